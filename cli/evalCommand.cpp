@@ -1,0 +1,87 @@
+#include "cli/evalCommand.h"
+
+#include "cell/XCellEnv.h"
+#include "script/XScript.h"
+#include "script/XScriptEnvBase.h"
+#include "values/HugeVariant.h"
+
+#include <cerrno>
+#include <cstdio>
+#include <cstring>
+#include <memory>
+#include <stdexcept>
+
+namespace {
+
+struct CloseFile {
+    void operator()(FILE* file) const noexcept { std::fclose(file); }
+};
+
+std::string readAll(FILE* file, const std::string& path)
+{
+    std::string text;
+    char buffer[65536];
+    errno = 0;
+    while (const size_t count = std::fread(buffer, 1, sizeof buffer, file))
+        text.append(buffer, count);
+    if (std::ferror(file))
+        throw std::runtime_error("can't read " + path + ": " + std::strerror(errno));
+    return text;
+}
+
+std::string readScript(const std::string& path)
+{
+    if (path == "-")
+        return readAll(stdin, "standard input");
+    const std::unique_ptr<FILE, CloseFile> file(std::fopen(path.c_str(), "rb"));
+    if (!file)
+        throw std::runtime_error("can't open " + path + ": " + std::strerror(errno));
+    return readAll(file.get(), path);
+}
+
+void write(const std::string& text)
+{
+    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
+        throw std::runtime_error(std::string("can't write the output: ") + std::strerror(errno));
+}
+
+huge::HugeVariant print(huge::HugeVariant* args, int argc)
+{
+    for (int i = 0; i < argc; ++i) {
+        if (i > 0)
+            write(" ");
+        write(args[i].toString());
+    }
+    return {};
+}
+
+huge::HugeVariant printLine(huge::HugeVariant* args, int argc)
+{
+    print(args, argc);
+    write("\n");
+    return {};
+}
+
+// The built-in "print" tells truth values only; here a person reads the output.
+std::shared_ptr<huge::XScriptEnv_base> makeEnvironment()
+{
+    auto env = std::make_shared<huge::XScriptEnv_base>();
+    huge::XCellEnv::initFunctions();
+    env->setVar("print", huge::HugeFunc(print));
+    env->setVar("printline", huge::HugeFunc(printLine));
+    env->setVar("printLine", huge::HugeFunc(printLine));
+    return env;
+}
+
+} // namespace
+
+void evalCommand(const std::string& path)
+{
+    huge::XScript script{xstd::XString(readScript(path))};
+    script.compile();
+    const huge::HugeVariant result = script.run(makeEnvironment());
+    if (!result.isNull())
+        write(result.toString() + "\n");
+    if (std::fflush(stdout) != 0)
+        throw std::runtime_error(std::string("can't write the output: ") + std::strerror(errno));
+}

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+
+/// Runs one script and prints the text of its result and a line feed to standard output, nothing
+/// for a null result. `path` names the script's file, "-" standard input. Throws what the script
+/// throws, and a std::runtime_error if the script can't be read or the result not be written.
+void evalCommand(const std::string& path);

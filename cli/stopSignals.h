@@ -1,0 +1,8 @@
+#pragma once
+
+/// Lets Ctrl+C, and the end of `limitSeconds` if that is above 0, stop the calculation that runs.
+/// To be called once, before it starts.
+void installStopSignals(double limitSeconds);
+
+/// Whether Ctrl+C was pressed.
+bool wasInterrupted();

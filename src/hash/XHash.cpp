@@ -1,0 +1,101 @@
+#include "hash/XHash.h"
+
+#include "common/XException.h"
+#include "hash/XRipemd160.h"
+#include "hash/XSha256.h"
+
+#include <algorithm>
+
+namespace xstd {
+
+namespace {
+
+int hexDigit(char c) noexcept
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    if (c >= 'A' && c <= 'F')
+        return c - 'A' + 10;
+    return -1;
+}
+
+int requireHexDigit(const XString& text, size_t pos, size_t byteIndex)
+{
+    const int value = hexDigit(text[pos]);
+    if (value < 0)
+        throw XExceptionItems().add(
+            XExceptionItem(X_HERE, "h256")
+                .setMess(format("Not a hex string, Unexpected '%c' character occurred", text[pos]))
+                .setExtend("hexString", text)
+                .setExtend("charIndex", uint64_t(byteIndex)));
+    return value;
+}
+
+} // namespace
+
+template <size_t N>
+XString XDigest<N>::toHex() const
+{
+    static const char digits[] = "0123456789abcdef";
+    XString text;
+    text.reserve(2 * N);
+    for (size_t i = N; i-- > 0;) {
+        text.push_back(digits[bytes[i] >> 4]);
+        text.push_back(digits[bytes[i] & 15]);
+    }
+    return text;
+}
+
+template <size_t N>
+XDigest<N>& XDigest<N>::fromHex_(const XString& text)
+{
+    const bool prefixed = text.size() >= 2 && text[0] == '0' && (text[1] | 0x20) == 'x';
+    const size_t first = prefixed ? 2 : 0;
+    const size_t digits = text.size() - first;
+    if (digits % 2 != 0)
+        throw XExceptionItems().add(
+            XExceptionItem(X_HERE, "h256")
+                .setMess("Not a hex string, the length of hex string should be even")
+                .setExtend("string", text)
+                .setExtend("stringSize", uint64_t(text.size())));
+    XDigest read;
+    const size_t count = std::min(digits / 2, N);
+    for (size_t i = 0; i < count; ++i) {
+        const size_t pos = text.size() - 2 * (i + 1);
+        read.bytes[i] =
+            uint8_t(requireHexDigit(text, pos, i) << 4 | requireHexDigit(text, pos + 1, i));
+    }
+    return *this = read;
+}
+
+template struct XDigest<20>;
+template struct XDigest<32>;
+
+h256 hash256(const uint8_t* bytes, size_t count) noexcept
+{
+    h256 digest;
+    XSha256 context;
+    context.write(bytes, count);
+    context.finish(digest.bytes.data());
+    context.reset();
+    context.write(digest.bytes.data(), digest.bytes.size());
+    context.finish(digest.bytes.data());
+    return digest;
+}
+
+h160 hash160(const uint8_t* bytes, size_t count) noexcept
+{
+    h256 inner;
+    XSha256 first;
+    first.write(bytes, count);
+    first.finish(inner.bytes.data());
+    h160 digest;
+    XRipemd160 second;
+    second.write(inner.bytes.data(), inner.bytes.size());
+    second.finish(digest.bytes.data());
+    return digest;
+}
+
+} // namespace xstd
