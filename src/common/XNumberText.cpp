@@ -1,0 +1,183 @@
+#include "common/XNumberText.h"
+
+#include <cerrno>
+#include <cmath>
+#include <cstdlib>
+#include <limits>
+
+namespace xstd {
+
+namespace {
+
+bool isDigit(char c, int radix)
+{
+    if (c >= '0' && c <= '9')
+        return c - '0' < radix;
+    return radix == 16 && ((c >= 'a' && c <= 'f') || (c >= 'A' && c <= 'F'));
+}
+
+class Reader {
+public:
+    Reader(const char* text, size_t length) : m_text(text), m_length(length) {}
+
+    XNumberText read()
+    {
+        skipBlanks();
+        if (atEnd())
+            return {};
+        if (at() == '-') {
+            m_number.negative = true;
+            ++m_pos;
+            skipBlanks();
+        }
+        readPrefix();
+        m_number.intPart += digits(m_number.radix);
+        while (readPart())
+            continue;
+        m_number.size = static_cast<int32_t>(m_pos);
+        return std::move(m_number);
+    }
+
+private:
+    bool atEnd() const { return m_pos >= m_length; }
+    char at(size_t ahead = 0) const
+    {
+        return m_pos + ahead < m_length ? m_text[m_pos + ahead] : '\0';
+    }
+    void skipBlanks()
+    {
+        while (!atEnd() && static_cast<uint8_t>(at()) < 33)
+            ++m_pos;
+    }
+
+    void readPrefix()
+    {
+        if (at() != '0')
+            return;
+        switch (at(1)) {
+        case 'b':
+        case 'B':
+            m_number.radix = 2;
+            break;
+        case 'o':
+        case 'O':
+            m_number.radix = 8;
+            break;
+        case 'x':
+        case 'X':
+            m_number.radix = 16;
+            break;
+        default:
+            return;
+        }
+        m_pos += 2;
+    }
+
+    // Digits, with separators between and behind them.
+    XString digits(int radix)
+    {
+        XString found;
+        for (; !atEnd(); ++m_pos) {
+            if (isDigit(at(), radix))
+                found.push_back(at());
+            else if ((at() != '\'' && at() != '_') || found.empty())
+                break;
+        }
+        return found;
+    }
+
+    // One part behind the integer digits; false where the number ends.
+    bool readPart()
+    {
+        switch (at()) {
+        case '.':
+            return readPoint();
+        case 'e':
+        case 'E':
+            if (m_number.radix != 10 || m_hasExponent)
+                return false;
+            m_hasExponent = true;
+            ++m_pos;
+            m_number.exponent = digits(10);
+            return true;
+        case 'i':
+        case 'I':
+            if (m_number.imag)
+                return false;
+            m_number.imag = true;
+            ++m_pos;
+            return true;
+        default:
+            return false;
+        }
+    }
+
+    bool readPoint()
+    {
+        if (at(1) == '.') {
+            m_pos += 2;
+            m_number.precision = digits(10);
+            return false;
+        }
+        if (!isDigit(at(1), m_number.radix) || !m_number.mantissa.empty() || m_number.imag)
+            return false;
+        ++m_pos;
+        m_number.mantissa = digits(m_number.radix);
+        return true;
+    }
+
+    const char* m_text;
+    size_t m_length;
+    size_t m_pos = 0;
+    bool m_hasExponent = false;
+    XNumberText m_number;
+};
+
+const char* prefixOf(int radix)
+{
+    return radix == 16 ? "0x" : radix == 8 ? "0o" : radix == 2 ? "0b" : "";
+}
+
+} // namespace
+
+XNumberText XNumberText::parse(const char* text, size_t length)
+{
+    return Reader(text, length).read();
+}
+
+XString XNumberText::normalText() const
+{
+    if (isEmpty())
+        return {};
+    XString text = negative ? "-" : "";
+    text += prefixOf(radix) + intPart;
+    if (!mantissa.empty())
+        text += "." + mantissa;
+    if (!exponent.empty())
+        text += "e" + exponent;
+    if (imag)
+        text += "i";
+    if (!precision.empty())
+        text += ".." + precision;
+    return text;
+}
+
+int64_t XNumberText::toInt64() const
+{
+    if (!precision.empty())
+        return std::strtoll(precision.c_str(), nullptr, 10); // saturates by itself
+    const int64_t nInt = static_cast<int64_t>(intPart.size());
+    const int64_t nMantissa = static_cast<int64_t>(mantissa.size());
+    switch (radix) {
+    case 16:
+        return (nInt / 2 + nMantissa / 2 + 7) >> 3;
+    case 8:
+        return ((nInt + nMantissa) * 3 + 63) >> 6;
+    case 2:
+        return (nInt + nMantissa + 63) >> 6;
+    default:
+        return std::llround((static_cast<double>(nInt + nMantissa) * 3.322 + 63) / 64);
+    }
+}
+
+} // namespace xstd
