@@ -67,9 +67,9 @@ std::shared_ptr<huge::XScriptEnv_base> makeEnvironment()
 {
     auto env = std::make_shared<huge::XScriptEnv_base>();
     huge::XCellEnv::initFunctions();
-    env->setVar("print", huge::HugeFunc(print));
-    env->setVar("printline", huge::HugeFunc(printLine));
-    env->setVar("printLine", huge::HugeFunc(printLine));
+    env->setVar("print", huge::HugeFunction(print));
+    env->setVar("printline", huge::HugeFunction(printLine));
+    env->setVar("printLine", huge::HugeFunction(printLine));
     return env;
 }
 
