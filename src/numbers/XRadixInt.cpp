@@ -1,0 +1,255 @@
+#include "numbers/XRadixInt.h"
+
+#include "common/XStop.h"
+
+#include <algorithm>
+#include <array>
+#include <string>
+#include <utility>
+
+namespace huge {
+
+namespace {
+
+constexpr std::array<uint8_t, 256> makeHexValues()
+{
+    std::array<uint8_t, 256> values{};
+    values.fill(255);
+    for (uint8_t i = 0; i < 10; ++i)
+        values[size_t('0' + i)] = i;
+    for (uint8_t i = 0; i < 6; ++i) {
+        values[size_t('A' + i)] = uint8_t(10 + i);
+        values[size_t('a' + i)] = uint8_t(10 + i);
+    }
+    return values;
+}
+
+constexpr std::array<uint8_t, 256> hexValues = makeHexValues();
+constexpr char hexDigits[] = "0123456789ABCDEF";
+
+/// Puts the digits of text from begin on, each of width bits, into limbs from the low end up.
+template <class ValueOf>
+void packDigits(const std::string& text, size_t begin, unsigned width, Limb* limbs, ValueOf valueOf)
+{
+    size_t bit = 0;
+    for (size_t i = text.size(); i-- > begin; bit += width) {
+        const Limb value = valueOf(static_cast<unsigned char>(text[i])) & ((Limb(1) << width) - 1);
+        limbs[bit / 64] |= value << (bit % 64);
+        // An octal digit can lie across two limbs. The upper one exists if the part is not zero or
+        // more digits follow; the count of limbs covers every bit of every digit.
+        if (bit % 64 + width > 64)
+            limbs[bit / 64 + 1] |= value >> (64 - bit % 64);
+    }
+}
+
+/// The digits of width bits each, from the highest that is not 0 down.
+std::string unpackDigits(const Limb* limbs, size_t n, size_t bits, unsigned width)
+{
+    const size_t count = (bits + width - 1) / width;
+    std::string digits(count, '0');
+    for (size_t i = 0; i < count; ++i) {
+        const size_t bit = i * width;
+        Limb value = limbs[bit / 64] >> (bit % 64);
+        if (bit % 64 + width > 64 && bit / 64 + 1 < n)
+            value |= limbs[bit / 64 + 1] << (64 - bit % 64);
+        digits[count - 1 - i] = hexDigits[value & ((Limb(1) << width) - 1)];
+    }
+    return digits;
+}
+
+// The most decimal digits that a limb holds, and 10 to their power.
+constexpr size_t decimalStep = 19;
+constexpr Limb decimalUnit = 10'000'000'000'000'000'000u;
+
+Limb decimalValue(const char* digits, size_t count)
+{
+    Limb value = 0;
+    for (size_t i = 0; i < count; ++i)
+        value = value * 10 + Limb(digits[i] - '0');
+    return value;
+}
+
+} // namespace
+
+XRadixInt::~XRadixInt()
+{
+    LimbPool::release(m_limbs);
+}
+
+bool XRadixInt::isEmpty() const
+{
+    return size() == 0;
+}
+
+XRadixInt& XRadixInt::clear_()
+{
+    LimbPool::release(std::exchange(m_limbs, nullptr));
+    m_neg = 0;
+    return *this;
+}
+
+size_t XRadixInt::bitLength() const
+{
+    return 64 * size() - limbsLeadingZeros(m_limbs, size());
+}
+
+XRadixInt& XRadixInt::setInt_(uint64_t value)
+{
+    m_limbs = LimbPool::resize(m_limbs, 1, false);
+    m_limbs[0] = value;
+    m_neg = 0;
+    return *this;
+}
+
+XRadixInt& XRadixInt::setLimbs_(const Limb* source, size_t count)
+{
+    m_limbs = LimbPool::resize(m_limbs, count, false);
+    limbsCopy(m_limbs, source, count);
+    return *this;
+}
+
+void XRadixInt::copyTo(Limb* target, size_t count, bool fromTop) const
+{
+    const size_t n = std::min(count, size());
+    const size_t skip = fromTop ? size() - n : 0;
+    limbsCopyExtend(target, m_limbs + skip, count, n);
+}
+
+xstd::XString XRadixInt::print(const XFormatRule& rule) const
+{
+    return group(digits(), rule);
+}
+
+xstd::XString XRadixInt::group(const xstd::XString& digits, const XFormatRule& rule) const
+{
+    return groupInteger(digits, rule);
+}
+
+Limb* XRadixInt::takeLimbs() noexcept
+{
+    m_neg = 0;
+    return std::exchange(m_limbs, nullptr);
+}
+
+void XRadixInt::makeCleared(size_t count)
+{
+    m_limbs = LimbPool::resize(m_limbs, count, false);
+    limbsZero(m_limbs, count);
+}
+
+size_t XRadixInt::skipSignAndPrefix(const xstd::XString& text, char mark)
+{
+    size_t pos = 0;
+    m_neg = 0;
+    if (!text.empty() && (text[0] == '+' || text[0] == '-')) {
+        m_neg = text[0] == '-';
+        pos = 1;
+    }
+    if (mark != 0 && pos + 1 < text.size() && text[pos] == '0' && (text[pos + 1] | 0x20) == mark)
+        pos += 2;
+    return pos;
+}
+
+XRadixInt2& XRadixInt2::parse_(const xstd::XString& text)
+{
+    const size_t begin = skipSignAndPrefix(text, 'b');
+    if (begin == text.size()) {
+        clear_();
+        return *this;
+    }
+    makeCleared((text.size() - begin + 63) / 64);
+    packDigits(text, begin, 1, m_limbs, [](unsigned char c) { return Limb(c - '0'); });
+    return *this;
+}
+
+xstd::XString XRadixInt2::digits() const
+{
+    return unpackDigits(m_limbs, size(), bitLength(), 1);
+}
+
+XRadixInt8& XRadixInt8::parse_(const xstd::XString& text)
+{
+    const size_t begin = skipSignAndPrefix(text, 'c');
+    if (begin == text.size()) {
+        clear_();
+        return *this;
+    }
+    makeCleared(((text.size() - begin) * 3 + 63) / 64);
+    packDigits(text, begin, 3, m_limbs, [](unsigned char c) { return Limb(c - '0'); });
+    return *this;
+}
+
+xstd::XString XRadixInt8::digits() const
+{
+    return unpackDigits(m_limbs, size(), bitLength(), 3);
+}
+
+XRadixInt16& XRadixInt16::parse_(const xstd::XString& text)
+{
+    const size_t begin = skipSignAndPrefix(text, 'x');
+    if (begin == text.size()) {
+        clear_();
+        return *this;
+    }
+    makeCleared((text.size() - begin + 15) / 16);
+    packDigits(text, begin, 4, m_limbs, [](unsigned char c) { return Limb(hexValues[c]); });
+    return *this;
+}
+
+xstd::XString XRadixInt16::digits() const
+{
+    return unpackDigits(m_limbs, size(), bitLength(), 4);
+}
+
+XRadixInt10& XRadixInt10::parse_(const xstd::XString& text)
+{
+    size_t pos = skipSignAndPrefix(text, 0);
+    const size_t end = text.size();
+    while (pos < end && text[pos] == '0')
+        ++pos;
+    if (end - pos > LimbPool::maxDigits)
+        LimbPool::failLimit(); // before the work, not after it
+    // 10^19 is below 2^64: every step needs a limb at most.
+    const size_t steps = (end - pos + decimalStep - 1) / decimalStep;
+    LimbScratch acc(steps + 1);
+    size_t n = 0;
+    size_t count = (end - pos) % decimalStep; // the first step takes the odd digits
+    if (count == 0)
+        count = decimalStep;
+    for (; pos < end; pos += count, count = decimalStep) {
+        xstd::XStop::poll();
+        if (n >= LimbPool::limit)
+            LimbPool::failLimit();
+        limbsMulLimb(acc, n, decimalUnit, acc);
+        const Limb low = decimalValue(text.data() + pos, count);
+        limbsAddTo(acc, n + 1, &low, 1);
+        n = limbsEffective(acc, n + 1);
+    }
+    if (n == 0) {
+        LimbPool::release(std::exchange(m_limbs, nullptr));
+        return *this;
+    }
+    setLimbs_(acc, n);
+    return *this;
+}
+
+xstd::XString XRadixInt10::digits() const
+{
+    size_t n = limbsEffective(m_limbs, size());
+    LimbScratch rest(n);
+    limbsCopy(rest, m_limbs, n);
+    // A limb has fewer than 19.27 digits.
+    std::string text(n * decimalStep + n / 3 + 2 * decimalStep, '0');
+    size_t pos = text.size();
+    while (n > 0) {
+        xstd::XStop::poll();
+        Limb group = limbsDivLimb(rest, n, decimalUnit, rest);
+        n = limbsEffective(rest, n);
+        for (size_t i = 0; i < decimalStep; ++i, group /= 10)
+            text[--pos] = char('0' + group % 10);
+    }
+    const size_t first = text.find_first_not_of('0', pos);
+    return first == std::string::npos ? std::string() : text.substr(first);
+}
+
+} // namespace huge
