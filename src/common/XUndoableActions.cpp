@@ -1,6 +1,7 @@
 #include "common/XUndoableActions.h"
 
 #include "common/XException.h"
+#include "common/XStop.h"
 
 #include <algorithm>
 #include <utility>
@@ -42,7 +43,7 @@ XUndoableActions::Slot XUndoableActions::Ring::takeNewest()
 void XUndoableActions::Ring::push(Slot action)
 {
     if (m_slots.empty())
-        return;
+        m_slots.resize(1); // a cleared stack still owns the action that runs
     if (isMarker(action.get()))
         removeMarker();
     m_slots[m_pos] = std::move(action);
@@ -108,52 +109,64 @@ XUndoableActions::~XUndoableActions() = default;
 XUndoableAction* XUndoableActions::do_(std::unique_ptr<XUndoableAction> action)
 {
     XUndoableAction* running = action.get();
+    XUndoableAction* result = nullptr;
     if (isMarker(running))
         m_redo.removeMarker();
     else
         m_redo.empty();
     m_undo.push(std::move(action));
     try {
-        running->do_();
+        result = running->do_();
     } catch (XExceptionItems& failure) {
         failure.add(doError());
         throw;
     } catch (const std::exception& failure) {
-        const XExceptionItems chain = chainOf(failure);
-        if (running->canRollback())
-            rollback_();
+        XExceptionItems chain = chainOf(failure);
+        rollbackFailed(*running, chain);
         throw chain;
     }
     notify(running, XUndoableActionType::Do);
-    return running;
+    return result;
 }
 
 XUndoableAction* XUndoableActions::undo_()
 {
     Slot marker = isMarker(m_undo.newest()) ? m_undo.takeNewest() : nullptr;
     XUndoableAction* action = m_undo.newest();
+    XUndoableAction* result = nullptr;
     try {
         if (action)
-            action->undo_();
+            result = action->undo_();
+    } catch (const XExceptionItems& failure) {
+        // A stop ends the recalculation behind the change: the change itself is taken back.
+        if (XStop::isStop(failure))
+            moveToRedo(std::move(marker));
+        else if (marker)
+            m_undo.push(std::move(marker));
+        throw;
     } catch (...) {
         if (marker)
             m_undo.push(std::move(marker));
         throw;
     }
-    if (!action) {
-        if (marker)
-            m_undo.push(std::move(marker));
-        return nullptr;
-    }
+    if (action)
+        moveToRedo(std::move(marker));
+    else if (marker)
+        m_undo.push(std::move(marker));
+    return result;
+}
+
+void XUndoableActions::moveToRedo(Slot marker)
+{
+    XUndoableAction* movedMarker = marker.get();
     Slot undone = m_undo.takeNewest();
-    if (marker) {
-        XUndoableAction* moved = marker.get();
+    XUndoableAction* action = undone.get();
+    if (marker)
         m_redo.push(std::move(marker));
-        notify(moved, XUndoableActionType::Undo);
-    }
     m_redo.push(std::move(undone));
+    if (movedMarker)
+        notify(movedMarker, XUndoableActionType::Undo);
     notify(action, XUndoableActionType::Undo);
-    return action;
 }
 
 XUndoableAction* XUndoableActions::redo_()
@@ -162,18 +175,19 @@ XUndoableAction* XUndoableActions::redo_()
     if (!taken)
         return nullptr;
     XUndoableAction* action = taken.get();
+    XUndoableAction* result = nullptr;
     m_undo.push(std::move(taken));
     try {
-        action->redo_();
+        result = action->redo_();
     } catch (XExceptionItems& failure) {
+        // A stopped action is done and stays to be undone; a rollback would be stopped as well.
+        if (!XStop::isStop(failure))
+            rollbackFailed(*action, failure);
         failure.add(doError());
-        if (action->canRollback())
-            rollback_();
         throw;
     } catch (const std::exception& failure) {
-        const XExceptionItems chain = chainOf(failure);
-        if (action->canRollback())
-            rollback_();
+        XExceptionItems chain = chainOf(failure);
+        rollbackFailed(*action, chain);
         throw chain;
     }
     notify(action, XUndoableActionType::Redo);
@@ -183,21 +197,33 @@ XUndoableAction* XUndoableActions::redo_()
         m_undo.push(std::move(marker));
         notify(moved, XUndoableActionType::Redo);
     }
-    return action;
+    return result;
 }
 
 XUndoableAction* XUndoableActions::rollback_()
 {
-    Slot failed = m_undo.takeNewest();
-    m_failedAction = nullptr;
-    if (!failed)
+    m_failedAction = m_undo.takeNewest();
+    if (!m_failedAction)
         return nullptr;
-    // Kept before it runs: what it throws must not delete it under the caller.
-    m_failedAction = std::move(failed);
+    m_redo.empty(); // first: what could be redone no longer fits, even if the rollback fails
     m_failedAction->rollback_();
-    m_redo.empty();
     notify(m_failedAction.get(), XUndoableActionType::Rollback);
     return m_failedAction.get();
+}
+
+void XUndoableActions::rollbackFailed(const XUndoableAction& action, XExceptionItems& failure)
+{
+    if (!action.canRollback())
+        return;
+    // The failure that began it all is the one to be thrown: a second one joins it.
+    try {
+        rollback_();
+    } catch (const XExceptionItems& second) {
+        for (const XExceptionItem& item : second.items())
+            failure.add(item);
+    } catch (const std::exception& second) {
+        failure.add(XExceptionItem(X_HERE, "action").setMess(second.what()));
+    }
 }
 
 bool XUndoableActions::isModified() const

@@ -10,6 +10,8 @@
 
 namespace xstd {
 
+class XExceptionItems;
+
 /// An undo and redo stack: two rings of fixed size that own their actions. The newest entry stands
 /// just before the ring's cursor; in a full ring a new entry displaces the oldest. A save marker
 /// travels with the action below it, so that whether the document differs from what was saved is a
@@ -24,15 +26,19 @@ public:
     XUndoableActions& operator=(const XUndoableActions&) = delete;
     virtual ~XUndoableActions();
 
-    /// Puts the action on the ring and runs it; returns it. An ordinary one empties the redo ring.
+    /// Puts the action on the ring and runs it; returns what its do_ gives. An ordinary one empties
+    /// the redo ring.
     /// A chain that comes out gets an item of type "action" and is thrown on, and the action stays
     /// to be undone. Any other exception leaves as a new chain; the action is rolled back and taken
     /// off first, if it allows that.
     XUndoableAction* do_(std::unique_ptr<XUndoableAction> action);
-    /// Takes the newest ordinary action back; null if there is none. A failure goes to the caller
-    /// and leaves both rings as they were.
+    /// Takes the newest ordinary action back and returns what its undo_ gives; null if there is
+    /// none. A failure goes to the caller and leaves both rings as they were. So does a stop, but
+    /// the action then counts as taken back: stops come from the recalculation behind the change.
     XUndoableAction* undo_();
-    /// Does the action taken back last again; null if there is none. Failures as in do_.
+    /// Does the action taken back last again and returns what its redo_ gives; null if there is
+    /// none. After any failure but a stop the action is rolled back and taken off, if it allows
+    /// that; the failure leaves as in do_.
     XUndoableAction* redo_();
     /// Takes the newest action back after it failed, and keeps it for the observers until the next
     /// time. Empties the redo ring.
@@ -80,6 +86,11 @@ private:
         std::vector<Slot> m_slots;
         size_t m_pos = 0; // the next free slot
     };
+
+    /// The newest undo entry goes to the redo ring, above the marker that stood on it, if any.
+    void moveToRedo(Slot marker);
+    /// rollback_ for an action that threw `failure`; what the rollback throws is added to it.
+    void rollbackFailed(const XUndoableAction& action, XExceptionItems& failure);
 
     Ring m_undo;
     Ring m_redo;
