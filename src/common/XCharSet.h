@@ -12,8 +12,7 @@ class XCharSet {
 public:
     XCharSet() = default;
     /// The bytes of a text.
-    XCharSet(const std::string& chars);
-    XCharSet(const char* chars) : XCharSet(std::string(chars)) {}
+    explicit XCharSet(const std::string& chars);
 
     XCharSet& add_(char c);
     bool has(char c) const { return m_bits[static_cast<uint8_t>(c)]; }

@@ -1,7 +1,9 @@
 #include "common/XException.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace xstd {
 
@@ -40,6 +42,24 @@ void addLine(XString& text, const XString& line)
     text += line;
 }
 
+int64_t truncated(double value)
+{
+    constexpr double limit = 9223372036854775808.0; // 2^63
+    if (std::isnan(value))
+        return 0;
+    if (value >= limit)
+        return std::numeric_limits<int64_t>::max();
+    return value < -limit ? std::numeric_limits<int64_t>::min() : static_cast<int64_t>(value);
+}
+
+// The start of a text that fills at most `most` bytes and ends between two characters.
+size_t wholeCharacters(const XString& text, size_t most)
+{
+    while (most > 0 && (text[most] & 0xC0) == 0x80)
+        --most;
+    return most;
+}
+
 } // namespace
 
 int64_t XExceptValue::asInt64() const
@@ -47,7 +67,7 @@ int64_t XExceptValue::asInt64() const
     if (isInt())
         return std::get<int64_t>(m_value);
     if (isDouble())
-        return static_cast<int64_t>(std::get<double>(m_value));
+        return truncated(std::get<double>(m_value));
     return isString() ? std::atoll(std::get<XString>(m_value).c_str()) : 0;
 }
 
@@ -267,7 +287,7 @@ XExceptionItems& XExceptionItems::add(const XExceptionItem& item)
         return *this;
     addLine(m_text, item.toString());
     if (m_text.size() > maxText) {
-        m_text.resize(maxText);
+        m_text.resize(wholeCharacters(m_text, maxText));
         m_text += "...";
     }
     return *this;

@@ -2,6 +2,7 @@
 
 #include "common/XString.h"
 
+#include <concepts>
 #include <cstdint>
 #include <exception>
 #include <utility>
@@ -30,7 +31,8 @@ public:
     bool isDouble() const { return m_value.index() == 2; }
     bool isString() const { return m_value.index() == 3; }
 
-    /// Conversions; nothing gives 0 or an empty text, a text is read as far as it is a number.
+    /// Conversions; nothing gives 0 or an empty text, a text is read as far as it is a number. A
+    /// double past the range of integers gives the nearest one, and 0 if it is no number.
     int64_t asInt64() const;
     double asDouble() const;
     XString asString() const;
@@ -94,6 +96,12 @@ public:
     virtual XExceptionItem& setExtend(const XString& key, int64_t value);
     virtual XExceptionItem& setExtend(const XString& key, int32_t value);
     XExceptionItem& setExtend(const XString& key, const char* value);
+    /// The integer types without an overload of their own.
+    template <std::integral T>
+    XExceptionItem& setExtend(const XString& key, T value)
+    {
+        return setExtend(key, XExceptValue(static_cast<int64_t>(value)));
+    }
     /// The value under the key, an empty one if there is none.
     virtual XExceptValue extend(const XString& key) const;
     virtual XExceptionItem& setType(const XString& type);

@@ -1,6 +1,5 @@
 #include "common/XMergedRects.h"
 
-#include <limits>
 #include <tuple>
 
 namespace xstd {
@@ -165,10 +164,12 @@ XMergedRects XMergedRects::intersected(const XMergedRects& rects) const
 
 XRect XMergedRects::boundRect() const
 {
-    if (m_rects.empty())
-        return {};
-    XRect bound = m_rects.front();
+    XRect bound;
     for (const XRect& member : m_rects) {
+        if (member.isNull())
+            continue;
+        if (bound.isNull())
+            bound = member;
         bound.top = std::min(bound.top, member.top);
         bound.left = std::min(bound.left, member.left);
         bound.bottom = std::max(bound.bottom, member.bottom);

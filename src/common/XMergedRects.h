@@ -44,7 +44,7 @@ public:
     /// The overlaps with one rectangle, normalised; with each of several, not normalised.
     XMergedRects intersected(const XRect& rect) const;
     XMergedRects intersected(const XMergedRects& rects) const;
-    /// The smallest rectangle around all members; null for an empty set.
+    /// The smallest rectangle around all members but null ones; a default one if there is none.
     XRect boundRect() const;
     XMergedRects& offset_(int32_t dRow, int32_t dCol);
     XMergedRects offset(int32_t dRow, int32_t dCol) const

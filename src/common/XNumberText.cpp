@@ -1,9 +1,7 @@
 #include "common/XNumberText.h"
 
-#include <cerrno>
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 
 namespace xstd {
 
@@ -116,10 +114,11 @@ private:
     {
         if (at(1) == '.') {
             m_pos += 2;
-            m_number.precision = digits(10);
+            m_number.precision = digits(m_number.radix);
             return false;
         }
-        if (!isDigit(at(1), m_number.radix) || !m_number.mantissa.empty() || m_number.imag)
+        const bool ended = !m_number.mantissa.empty() || (m_number.radix == 10 && m_number.imag);
+        if (ended || !isDigit(at(1), m_number.radix))
             return false;
         ++m_pos;
         m_number.mantissa = digits(m_number.radix);
@@ -165,7 +164,7 @@ XString XNumberText::normalText() const
 int64_t XNumberText::toInt64() const
 {
     if (!precision.empty())
-        return std::strtoll(precision.c_str(), nullptr, 10); // saturates by itself
+        return std::strtoll(precision.c_str(), nullptr, radix); // saturates by itself
     const int64_t nInt = static_cast<int64_t>(intPart.size());
     const int64_t nMantissa = static_cast<int64_t>(mantissa.size());
     switch (radix) {

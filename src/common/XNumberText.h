@@ -24,8 +24,8 @@ struct XNumberText {
 
     /// The literal without separators and blanks; empty if it has no digits.
     XString normalText() const;
-    /// The precision as a number if there is one, otherwise the limbs that the digits need. A
-    /// precision of too many digits gives the largest number there is.
+    /// The precision, in the radix of the literal, as a number if there is one, otherwise the limbs
+    /// that the digits need. A precision of too many digits gives the largest number there is.
     int64_t toInt64() const;
     bool isEmpty() const { return intPart.empty() && mantissa.empty(); }
 };

@@ -47,7 +47,18 @@ void XStop::look()
     if (now - last < handlerPause)
         return;
     last = now;
-    handlerSlot()();
+    static bool running = false;
+    if (running)
+        return; // what the handler calls may poll in its turn
+    const std::function<void()> handler = handlerSlot(); // it may set another one
+    running = true;
+    try {
+        handler();
+    } catch (...) {
+        running = false;
+        throw;
+    }
+    running = false;
     if (requested())
         raise();
 }

@@ -129,6 +129,11 @@ size_t unescapeAt(const XString& text, size_t pos, size_t end, XString& out)
     return pos + 1;
 }
 
+bool isCharacter(uint32_t code)
+{
+    return code < 0x110000 && (code < 0xD800 || code > 0xDFFF);
+}
+
 void appendUtf8(XString& text, uint32_t code)
 {
     if (code < 0x80) {
@@ -155,8 +160,7 @@ XString wideToLocal(const std::wstring& wide)
     XString text;
     for (const wchar_t c : wide) {
         const uint32_t code = static_cast<uint32_t>(c);
-        const bool isCharacter = code < 0x110000 && (code < 0xD800 || code > 0xDFFF);
-        appendUtf8(text, isCharacter ? code : uint32_t(replacement));
+        appendUtf8(text, isCharacter(code) ? code : uint32_t(replacement));
     }
     return text;
 }
@@ -178,7 +182,7 @@ std::wstring localToWide(const XString& text)
             code &= 0x7FU >> length;
         for (size_t i = 1; i < length; ++i)
             code = code << 6 | (static_cast<uint8_t>(character[i]) & 0x3F);
-        wide.push_back(static_cast<wchar_t>(code));
+        wide.push_back(isCharacter(code) ? static_cast<wchar_t>(code) : replacement);
         pos += length;
     }
     return wide;
