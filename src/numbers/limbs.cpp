@@ -30,13 +30,16 @@ Limb reciprocal(Limb d) noexcept
 /// set. (Möller and Granlund, Improved division by invariant integers, algorithm 4.)
 inline Limb divideTwo(Limb high, Limb low, Limb d, Limb inverse, Limb& remainder) noexcept
 {
-    const Limb128 t = Limb128(inverse) * high + ((Limb128(high) << 64) | low);
-    Limb q = Limb(t >> 64) + 1;
+    // Written in halves: compilers keep a 128-bit sum in memory here.
+    const Limb128 product = Limb128(inverse) * high;
+    const Limb fraction = Limb(product) + low;
+    Limb q = Limb(product >> 64) + high + 1 + (fraction < low);
     Limb r = low - q * d;
-    if (r > Limb(t)) {
-        --q;
-        r += d;
-    }
+    // A branch here would be mispredicted every second time: both forms, then a choice.
+    const bool tooLarge = r > fraction;
+    const Limb corrected = r + d;
+    q -= tooLarge;
+    r = tooLarge ? corrected : r;
     if (r >= d) [[unlikely]] {
         ++q;
         r -= d;
@@ -78,15 +81,51 @@ inline Limb divideThree(Limb n2, Limb n1, Limb n0, Limb d1, Limb d0, Limb invers
     Limb q = Limb(t >> 64) + 1;
     const Limb r1 = n1 - (q - 1) * d1;
     r = ((Limb128(r1) << 64) | n0) - Limb128(d0) * (q - 1) - d;
-    if (Limb(r >> 64) >= Limb(t)) {
-        --q;
-        r += d;
-    }
+    const bool tooLarge = Limb(r >> 64) >= Limb(t);
+    const Limb128 corrected = r + d;
+    q -= tooLarge;
+    r = tooLarge ? corrected : r;
     if (r >= d) [[unlikely]] {
         ++q;
         r -= d;
     }
     return q;
+}
+
+/// r = a + carry; gives the carry out.
+Limb carryInto(const Limb* a, size_t n, Limb carry, Limb* r) noexcept
+{
+    size_t i = 0;
+    for (; carry != 0 && i < n; ++i) {
+        r[i] = a[i] + 1;
+        carry = r[i] == 0;
+    }
+    if (r != a)
+        limbsCopy(r + i, a + i, n - i);
+    return carry;
+}
+
+/// r = a - borrow, which a has.
+void borrowFrom(const Limb* a, size_t n, Limb borrow, Limb* r) noexcept
+{
+    size_t i = 0;
+    for (; borrow != 0 && i < n; ++i) {
+        borrow = a[i] == 0;
+        r[i] = a[i] - 1;
+    }
+    if (r != a)
+        limbsCopy(r + i, a + i, n - i);
+}
+
+/// r = a - b over max(nA, nB) limbs, b not above a.
+void subtractLesser(const Limb* a, size_t nA, const Limb* b, size_t nB, Limb* r) noexcept
+{
+    const size_t n = nA < nB ? nA : nB;
+    const Limb borrow = rowSub(a, b, n, 0, r);
+    if (nA > n)
+        borrowFrom(a + n, nA - n, borrow, r + n);
+    if (nB > n)
+        limbsZero(r + n, nB - n);
 }
 
 /// limbsDiv with a divisor of one limb.
@@ -208,15 +247,8 @@ Limb limbsAdd(const Limb* a, size_t nA, const Limb* b, size_t nB, Limb* r) noexc
 {
     if (nA < nB)
         return limbsAdd(b, nB, a, nA, r);
-    Limb carry = rowAdd(a, b, nB, 0, r);
-    size_t i = nB;
-    for (; carry != 0 && i < nA; ++i) {
-        r[i] = a[i] + 1;
-        carry = r[i] == 0;
-    }
-    if (r != a)
-        limbsCopy(r + i, a + i, nA - i);
-    return carry;
+    const Limb carry = rowAdd(a, b, nB, 0, r);
+    return nA == nB ? carry : carryInto(a + nB, nA - nB, carry, r + nB);
 }
 
 Limb limbsAddTo(Limb* a, size_t nA, const Limb* b, size_t nB) noexcept
@@ -230,32 +262,27 @@ Limb limbsAddTo(Limb* a, size_t nA, const Limb* b, size_t nB) noexcept
 
 Limb limbsSub(const Limb* a, size_t nA, const Limb* b, size_t nB, Limb* r) noexcept
 {
-    const size_t n = nA < nB ? nA : nB;
-    Limb borrow = rowSub(a, b, n, 0, r);
-    for (size_t i = n; i < nA; ++i) {
-        const Limb limb = a[i];
-        r[i] = limb - borrow;
-        borrow = limb < borrow;
+    // The order shows after a limb or two of most pairs; to subtract first and to negate a result
+    // that came out negative would be a second pass.
+    const bool topsDiffer = nA == nB && nA != 0 && a[nA - 1] != b[nA - 1];
+    if (topsDiffer ? a[nA - 1] < b[nA - 1] : limbsCompareLow(a, nA, b, nB) < 0) {
+        subtractLesser(b, nB, a, nA, r);
+        return 1;
     }
-    for (size_t i = n; i < nB; ++i) {
-        const Limb limb = b[i];
-        r[i] = 0 - limb - borrow;
-        borrow |= limb != 0;
-    }
-    if (borrow != 0)
-        limbsNegate(r, nA < nB ? nB : nA);
-    return borrow;
+    subtractLesser(a, nA, b, nB, r);
+    return 0;
 }
 
 Limb limbsSubFrom(Limb* a, size_t nA, const Limb* b, size_t nB) noexcept
 {
     assert(nA >= nB);
-    Limb borrow = rowSub(a, b, nB, 0, a);
-    if (borrow != 0)
-        borrow = limbsDec(a + nB, nA - nB);
-    if (borrow != 0)
-        limbsNegate(a, nA);
-    return borrow;
+    if (limbsCompareLow(a, nA, b, nB) < 0) {
+        rowSub(b, a, nB, 0, a); // above b's limbs a has none that count
+        return 1;
+    }
+    if (rowSub(a, b, nB, 0, a) != 0)
+        limbsDec(a + nB, nA - nB);
+    return 0;
 }
 
 Limb limbsInc(Limb* a, size_t n) noexcept
@@ -420,11 +447,13 @@ Limb limbsDivLimb(const Limb* a, size_t n, Limb d, Limb* q) noexcept
     const unsigned shift = unsigned(__builtin_clzll(d));
     const Limb normal = d << shift;
     const Limb inverse = reciprocal(normal);
-    Limb rest = shift == 0 ? 0 : a[n - 1] >> (64 - shift);
-    for (size_t i = n; i-- > 0;) {
-        const Limb below = i == 0 || shift == 0 ? 0 : a[i - 1] >> (64 - shift);
-        q[i] = divideTwo(rest, (a[i] << shift) | below, normal, inverse, rest);
+    const unsigned rightShift = 63 - shift; // behind a shift by 1: 64 together would be too many
+    Limb rest = (a[n - 1] >> 1) >> rightShift;
+    for (size_t i = n - 1; i > 0; --i) {
+        const Limb limb = (a[i] << shift) | ((a[i - 1] >> 1) >> rightShift);
+        q[i] = divideTwo(rest, limb, normal, inverse, rest);
     }
+    q[0] = divideTwo(rest, a[0] << shift, normal, inverse, rest);
     return rest >> shift;
 }
 
