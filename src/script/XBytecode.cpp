@@ -1,0 +1,225 @@
+#include "script/XBytecode.h"
+
+#include "common/XException.h"
+#include "script/XScriptExtendData.h"
+
+#include <array>
+#include <cstdlib>
+#include <cstring>
+#include <stdexcept>
+
+namespace huge {
+
+namespace {
+
+// Two of the bit instructions have no name of their own.
+constexpr std::array<const char*, 50> opNames = {
+    "NULL",        "MOV",       "REF",     "ADD",      "DEC",       "MUL",
+    "DIV",         "POW",       "PERCENT", "MODELER",  "PUSH_NULL", "PUSH",
+    "PUSH_REF",    "POP",       "POPTO",   "EXEC",     "INVOKE",    "NOT",
+    "NEG",         "EQU",       "NOTEQU",  "LESS",     "GREAT",     "LESSEQU",
+    "GREATEQU",    "AND",       "OR",      "BIT_OR",   "BIT_AND",   "BIT_NOT",
+    "UNKNOWN",     "BIT_SHR",   "BIT_SHL", "ADD_TO",   "DEC_TO",    "MUL_TO",
+    "DIV_TO",      "POW_TO",    "PER_TO",  "BITOR_TO", "BITAND_TO", "UNKNOWN",
+    "BITSHR_TO",   "BITSHL_TO", "JMP",     "JMP_TRUE", "JMP_FALSE", "CLOSURE_BEGIN",
+    "CLOSURE_END", "RETURN"};
+
+constexpr std::array<const char*, 14> odNames = {
+    "null",   "bool",   "int",      "modint", "offset",     "float",   "imag",
+    "string", "extend", "stackvar", "stack",  "closurevar", "closure", "ax"};
+
+constexpr size_t maxLength = 65535; // of what a 16-bit length stands in front of
+constexpr size_t numberHeader = 8;
+
+template <class... Cases>
+struct Overloaded : Cases... {
+    using Cases::operator()...;
+};
+template <class... Cases>
+Overloaded(Cases...) -> Overloaded<Cases...>;
+
+void append(std::vector<uint8_t>& bytes, uint64_t value, size_t count)
+{
+    for (size_t i = 0; i < count; ++i)
+        bytes.push_back(static_cast<uint8_t>(value >> (8 * i)));
+}
+
+void append(std::vector<uint8_t>& bytes, const void* data, size_t count)
+{
+    const auto* begin = static_cast<const uint8_t*>(data);
+    bytes.insert(bytes.end(), begin, begin + count);
+}
+
+void requireLength(size_t length, const char* message)
+{
+    if (length > maxLength)
+        throw xstd::XExceptionItems().add(
+            xstd::XExceptionItem(X_HERE, "scriptBuilder")
+                .setMess(message)
+                .setExtend("dataSize", static_cast<uint64_t>(length)));
+}
+
+size_t magnitudeBytes(const HugeInteger& value)
+{
+    return (value.bitLength() + 7) / 8;
+}
+
+/// Length, whatever stands between it and the number, header word, magnitude.
+void appendNumber(std::vector<uint8_t>& bytes, const HugeInteger& value, const int16_t* modIdx)
+{
+    const size_t magnitude = magnitudeBytes(value);
+    const size_t length = magnitude + numberHeader + (modIdx != nullptr ? 2 : 0);
+    requireLength(length, "The integer literal is too long, its operand holds at most 65535 bytes");
+    append(bytes, length, 2);
+    if (modIdx != nullptr)
+        append(bytes, static_cast<uint16_t>(*modIdx), 2);
+    append(bytes, value.headerWord(), numberHeader);
+    for (size_t i = 0; i < magnitude; ++i)
+        bytes.push_back(static_cast<uint8_t>(value.limbs()[i / 8] >> (8 * (i % 8))));
+}
+
+} // namespace
+
+const char* xopName(uint8_t op) noexcept
+{
+    return op < opNames.size() ? opNames[op] : "UNKNOWN";
+}
+
+const char* xodName(uint8_t tag) noexcept
+{
+    return tag < odNames.size() ? odNames[tag] : "unknown";
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_bool& od)
+{
+    bytes.push_back(od.value ? 1 : 0);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_int& od)
+{
+    appendNumber(bytes, od.value, nullptr);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_modint& od)
+{
+    appendNumber(bytes, od.value, &od.modIdx);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_offset& od)
+{
+    append(bytes, static_cast<uint32_t>(od.value), 4);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_str& od)
+{
+    requireLength(od.value.size(), "The string literal is too long, at most 65535 bytes are "
+                                   "possible");
+    append(bytes, od.value.size(), 2);
+    append(bytes, od.value.data(), od.value.size());
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const XScriptExtendData& data)
+{
+    requireLength(data.size(), "The name is too long, its operand holds at most 65535 bytes");
+    append(bytes, data.size(), 2);
+    append(bytes, data.bytes().data(), data.size());
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_stackvar& od)
+{
+    append(bytes, od.idx, 2);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_stack& od)
+{
+    append(bytes, od.idx, 2);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_closurevar& od)
+{
+    append(bytes, od.idx, 2);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_closure& od)
+{
+    append(bytes, od.entry, 4);
+    append(bytes, od.maxStack, 2);
+    append(bytes, od.paramCount, 2);
+    append(bytes, od.closureVars.size(), 2);
+    for (const uint16_t slot : od.closureVars)
+        append(bytes, slot, 2);
+}
+
+HugeInteger integerFromPayload(const uint8_t* bytes, size_t length)
+{
+    if (length < numberHeader)
+        throw std::runtime_error("The number of an operand is cut off");
+    uint64_t header = 0;
+    std::memcpy(&header, bytes, numberHeader);
+    return HugeInteger::fromHeaderAndBytes(header, bytes + numberHeader, length - numberHeader);
+}
+
+void prog_od::requireKnownType() const
+{
+    const bool known = (type <= OD_AX && type != OD_FLOAT && type != OD_IMAG);
+    if (!known)
+        throw xstd::XExceptionItems().add(
+            xstd::XExceptionItem(X_HERE, "scriptBuilder")
+                .setMess("Unknow prog_od data type")
+                .setExtend("prog_od_data", static_cast<int32_t>(type)));
+}
+
+void prog_od::copyValue(const prog_od& other)
+{
+    other.requireKnownType();
+    type = other.type;
+    modIdx = other.modIdx;
+    value = other.value;
+}
+
+void prog_od::data(std::vector<uint8_t>& bytes) const
+{
+    requireKnownType();
+    std::visit(Overloaded{[](std::monostate) {},
+                          [&](const od_extend& od) {
+                              appendPayload(bytes, XScriptExtendData::fromName(od.name));
+                          },
+                          [&](const auto& od) { appendPayload(bytes, od); }},
+               value);
+}
+
+int64_t prog_od::asInt64() const
+{
+    return std::visit(Overloaded{[](std::monostate) { return int64_t{0}; },
+                                 [](const od_bool& od) { return int64_t{od.value}; },
+                                 [](const od_int& od) { return od.value.asInt64(); },
+                                 [](const od_modint& od) { return int64_t{od.modIdx}; },
+                                 [](const od_offset& od) { return int64_t{od.value}; },
+                                 [](const od_str& od) {
+                                     return int64_t{std::strtoll(od.value.c_str(), nullptr, 10)};
+                                 },
+                                 [](const od_extend&) { return int64_t{0}; },
+                                 [](const od_closure& od) { return int64_t{od.entry}; },
+                                 [](const auto& od) { return int64_t{od.idx}; }},
+                      value);
+}
+
+double prog_od::asDouble() const
+{
+    if (const auto* number = std::get_if<od_int>(&value))
+        return number->value.asDouble();
+    if (const auto* text = std::get_if<od_str>(&value))
+        return std::strtod(text->value.c_str(), nullptr);
+    return static_cast<double>(asInt64());
+}
+
+bool prog_od::asBool() const
+{
+    if (const auto* number = std::get_if<od_int>(&value))
+        return !number->value.isZero();
+    if (const auto* text = std::get_if<od_str>(&value))
+        return !text->value.empty();
+    return asInt64() != 0;
+}
+
+} // namespace huge
