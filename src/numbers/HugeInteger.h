@@ -411,7 +411,7 @@ private:
     Limb* m_limbs = nullptr;
 };
 
-/// The greatest common divisor by Euclid's algorithm; its sign is that of the last remainder.
+/// The greatest common divisor, with the sign that the last remainder of Euclid's algorithm has.
 HugeInteger gcd(const HugeInteger& a, const HugeInteger& b);
 /// The least common multiple, a * b / gcd(a, b); fails like a division when both are 0.
 HugeInteger lcm(const HugeInteger& a, const HugeInteger& b);

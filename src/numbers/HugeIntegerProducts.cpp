@@ -239,44 +239,4 @@ HugeInteger HugeInteger::sqrt() const
     }
 }
 
-namespace {
-
-/// Euclid on plain words; the signs alternate as the remainders of the sequence do.
-HugeInteger smallGcd(uint64_t a, bool negativeA, uint64_t b, bool negativeB)
-{
-    while (b != 0) {
-        const uint64_t rest = a % b;
-        a = b;
-        b = rest;
-        std::swap(negativeA, negativeB);
-    }
-    return std::move(HugeInteger::fromUnsigned(a).setNegative_(negativeA));
-}
-
-} // namespace
-
-HugeInteger gcd(const HugeInteger& a, const HugeInteger& b)
-{
-    HugeInteger x = a;
-    HugeInteger y = b;
-    // A remainder takes the dividend's sign, so each goes back to one of the two operands' signs.
-    while (x.effectiveSize() > 1 || y.effectiveSize() > 1) {
-        if (y.isZero())
-            return x;
-        xstd::XStop::poll();
-        HugeInteger rest = x % y;
-        x = std::move(y);
-        y = std::move(rest);
-    }
-    const uint64_t lowX = x.size() == 0 ? 0 : x.limbs()[0];
-    const uint64_t lowY = y.size() == 0 ? 0 : y.limbs()[0];
-    return smallGcd(lowX, x.isNegative(), lowY, y.isNegative());
-}
-
-HugeInteger lcm(const HugeInteger& a, const HugeInteger& b)
-{
-    // The division goes first: the product of both may pass the limit where the multiple does not.
-    return a / gcd(a, b) * b;
-}
-
 } // namespace huge

@@ -287,6 +287,23 @@ TEST(IntegerGcd, KeepsTheSignOfTheLastRemainder)
     EXPECT_EQ(lcm(HugeInteger(4), HugeInteger(6)), 12);
 }
 
+TEST(IntegerGcd, AgreesWithStepByStepRemainders)
+{
+    Stream stream(7);
+    for (int i = 0; i < 400; ++i) {
+        HugeInteger x = fromVector(recipeLimbs(i % 2 ? 'r' : 'x', stream.next() % 12 + 1, i));
+        HugeInteger y = fromVector(recipeLimbs(i % 3 ? 'r' : 'x', stream.next() % 12 + 1, i + 999));
+        x.setNegative_(stream.next() % 2 != 0);
+        y.setNegative_(stream.next() % 2 != 0);
+        const HugeInteger fast = gcd(x, y);
+        while (!y.isZero()) {
+            x %= y;
+            x.swap(y);
+        }
+        EXPECT_EQ(fast, x) << i;
+    }
+}
+
 TEST(IntegerRandom, HasTheBitsAskedFor)
 {
     HugeInteger x;

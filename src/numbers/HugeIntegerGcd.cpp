@@ -1,0 +1,134 @@
+#include "numbers/HugeInteger.h"
+
+#include "common/XStop.h"
+
+#include <utility>
+
+namespace huge {
+
+namespace {
+
+/// The state of Euclid's algorithm: two magnitudes and their signs. A remainder has its dividend's
+/// sign, so that every step just swaps the two signs.
+struct EuclidPair {
+    HugeInteger x;
+    HugeInteger y;
+    bool negativeX;
+    bool negativeY;
+
+    void divideOnce()
+    {
+        HugeInteger rest = x % y;
+        x = std::move(y);
+        y = std::move(rest);
+        std::swap(negativeX, negativeY);
+    }
+};
+
+/// Several steps of Euclid in one: x becomes a * x + b * y, y becomes c * x + d * y. In each row
+/// one factor is not above 0 and the other not below.
+struct EuclidSteps {
+    int64_t a = 1, b = 0, c = 0, d = 1;
+    bool odd = false;
+};
+
+/// 62 bits of a number from the given bit length down.
+int64_t leadingBits(const HugeInteger& x, size_t bits) noexcept
+{
+    const size_t low = bits - 62;
+    const size_t limb = low / 64;
+    const unsigned shift = low % 64;
+    const Limb* limbs = x.limbs();
+    Limb value = limb < x.size() ? limbs[limb] >> shift : 0;
+    if (shift > 2 && limb + 1 < x.size())
+        value |= limbs[limb + 1] << (64 - shift);
+    return int64_t(value & ((Limb(1) << 62) - 1));
+}
+
+/// The steps that the leading bits of both numbers settle, whatever bits follow (Knuth, The Art of
+/// Computer Programming 2, 4.5.2, algorithm L).
+EuclidSteps settledSteps(int64_t x, int64_t y) noexcept
+{
+    EuclidSteps steps;
+    while (y + steps.c != 0 && y + steps.d != 0) {
+        const int64_t q = (x + steps.a) / (y + steps.c);
+        if (q != (x + steps.b) / (y + steps.d))
+            break;
+        steps.a = std::exchange(steps.c, steps.a - q * steps.c);
+        steps.b = std::exchange(steps.d, steps.b - q * steps.d);
+        x = std::exchange(y, x - q * y);
+        steps.odd = !steps.odd;
+    }
+    return steps;
+}
+
+/// a * x + b * y, which is neither negative nor longer than the n limbs of x and y.
+HugeInteger combined(int64_t a, const HugeInteger& x, int64_t b, const HugeInteger& y, size_t n)
+{
+    const bool addsX = b <= 0;
+    const Limb* plus = addsX ? x.limbs() : y.limbs();
+    const Limb* minus = addsX ? y.limbs() : x.limbs();
+    LimbScratch sum(n + 1);
+    limbsMulLimb(plus, n, Limb(addsX ? a : b), sum);
+    limbsSubMulLimb(sum, minus, n, Limb(addsX ? -b : -a));
+    HugeInteger result;
+    result.fromLimbs_(sum, limbsEffective(sum, n), 1);
+    return result;
+}
+
+/// One round on numbers of more than two limbs: as many steps as their leading bits settle, or one
+/// division where they settle none.
+void shorten(EuclidPair& pair)
+{
+    const size_t bits = pair.x.bitLength();
+    const size_t n = pair.x.effectiveSize();
+    EuclidSteps steps;
+    if (pair.y.effectiveSize() + 1 >= n && pair.x >= pair.y)
+        steps = settledSteps(leadingBits(pair.x, bits), leadingBits(pair.y, bits));
+    if (steps.b == 0) {
+        pair.divideOnce();
+        return;
+    }
+    pair.y.grow_(n);
+    HugeInteger x = combined(steps.a, pair.x, steps.b, pair.y, n);
+    pair.y = combined(steps.c, pair.x, steps.d, pair.y, n);
+    pair.x = std::move(x);
+    if (steps.odd)
+        std::swap(pair.negativeX, pair.negativeY);
+}
+
+uint64_t lowLimb(const HugeInteger& x) noexcept
+{
+    return x.size() == 0 ? 0 : x.limbs()[0];
+}
+
+} // namespace
+
+HugeInteger gcd(const HugeInteger& a, const HugeInteger& b)
+{
+    EuclidPair pair{a.abs(), b.abs(), a.isNegative(), b.isNegative()};
+    while (!pair.y.isZero() && (pair.x.effectiveSize() > 1 || pair.y.effectiveSize() > 1)) {
+        xstd::XStop::poll();
+        if (pair.x.effectiveSize() > 2)
+            shorten(pair);
+        else
+            pair.divideOnce();
+    }
+    if (pair.y.isZero())
+        return std::move(pair.x.setNegative_(pair.negativeX));
+    uint64_t x = lowLimb(pair.x);
+    uint64_t y = lowLimb(pair.y);
+    while (y != 0) {
+        x = std::exchange(y, x % y);
+        std::swap(pair.negativeX, pair.negativeY);
+    }
+    return std::move(HugeInteger::fromUnsigned(x).setNegative_(pair.negativeX));
+}
+
+HugeInteger lcm(const HugeInteger& a, const HugeInteger& b)
+{
+    // The division goes first: the product of both may pass the limit where the multiple does not.
+    return a / gcd(a, b) * b;
+}
+
+} // namespace huge
