@@ -96,7 +96,7 @@ INSTANTIATE_TEST_SUITE_P(
          "0x800000000000000000000000000000010000000000000001", "0xffffffffffffffff",
          "0x800000000000000000000000000000000000000000000001"}}));
 
-TEST(IntegerDivision, GivesTheLaidDownLimbs)
+TEST(IntegerDivision, RemaindersHaveTheDivisorsLimbs)
 {
     const HugeInteger a = integer("0x1234567890abcdef00000000000000000000000000000001");
     EXPECT_EQ((a / HugeInteger(7)).size(), 3u);
