@@ -1,0 +1,171 @@
+#pragma once
+
+#include "cell/ScriptSet.h"
+#include "cell/XCellExtend.h"
+#include "cell/XCellRange.h"
+#include "common/XException.h"
+#include "common/XString.h"
+#include "values/HugeVariant.h"
+
+#include <cstdint>
+#include <map>
+#include <memory>
+
+namespace huge {
+
+class XCellEnv;
+class XCellScript;
+class XCellTable;
+
+/// What recalculation does with a cell that it meets.
+enum class XCellHold : uint8_t {
+    None,   ///< it runs
+    Fresh,  ///< its constant has just been calculated, or came back with its value: pass over once
+    Failed, ///< its text does not compile or its constant failed: the error stays until a new text
+    Ring    ///< its link would close a ring of references: it stays out until a new text
+};
+
+/// A shared script that got another source text, and the text that it had. Null without one.
+struct XDisplacedText {
+    ScriptItemPtr script;
+    xstd::XString text;
+};
+
+/// One cell: what was typed and what it evaluates to. A text with references is held as a counted
+/// pointer to the script that all like cells share, and `ranges` holds this cell's own absolute
+/// references, one per entry of the script's range map; a text without references is kept as it
+/// is. A cell with content has exactly one of text and script. Cells that hold only a value or
+/// only a format record are legal too. A table, or the snapshot of an action, owns the cell.
+class XCell {
+public:
+    /// Stands for the cell's own position in setText_.
+    static constexpr int32_t ownRow = -1;
+    static constexpr int32_t ownCol = 65535;
+
+    /// An empty cell.
+    XCell(int32_t row, int32_t col);
+    /// A deep copy at the same position; only the script is shared, and the copy is not linked.
+    XCell(const XCell& source);
+    /// A deep copy for another position: relative references move along, absolute ones stay.
+    XCell(const XCell& source, int32_t row, int32_t col);
+    /// Takes over position and content; neither cell may be linked.
+    XCell& operator=(const XCell& source);
+    /// The cell must be unlinked. Values that outlive it (a closure) find no cell any more.
+    ~XCell();
+
+    int32_t row() const noexcept { return m_row; }
+    int32_t col() const noexcept { return m_col; }
+    /// Writes the position and nothing else.
+    void setPosition(int32_t row, int32_t col) noexcept;
+
+    /// Two flag bits that travel with the cell: 0 deleted, 1 invalid. The engine tests neither.
+    uint16_t state() const noexcept { return m_state; }
+    void setState(uint16_t state) noexcept { m_state = state; }
+
+    /// The last result; null when there is none.
+    const HugeVariant& value() const noexcept { return m_value; }
+    /// Stores a result and drops the display text.
+    void setValue(HugeVariant value);
+
+    /// The references, in the order of the script's range map; null for a cell without any.
+    XCellRanges* ranges() noexcept { return m_ranges.get(); }
+    const XCellRanges* ranges() const noexcept { return m_ranges.get(); }
+    /// The shared script; null for a cell without references.
+    const ScriptItemPtr& script() const noexcept { return m_script; }
+    /// The source of a cell without script; null when there is none. Never begins with "=".
+    const xstd::XString* constantText() const noexcept { return m_text.get(); }
+
+    XCellExtend* extend() noexcept { return m_extend.get(); }
+    const XCellExtend* extend() const noexcept { return m_extend.get(); }
+    /// Replaces the format record (null removes it), drops the display text, returns the old one.
+    std::unique_ptr<XCellExtend> swapExtend(std::unique_ptr<XCellExtend> extend);
+
+    /// True when there is a script, a text or a value.
+    bool hasContent() const noexcept;
+    /// hasContent(), or a format record.
+    bool isUsed() const noexcept { return hasContent() || m_extend; }
+
+    /// Takes script, text, value and references of `source`; extend and state stay. The
+    /// references move by the distance of the two cells when `shift` is set, absolute ones too.
+    /// A null source clears the cell.
+    void assignScriptFrom(const XCell* source, bool shift);
+    /// Takes the value of `source` alone; the rest of the content goes.
+    void assignValueFrom(const XCell& source);
+    /// Drops text, script, references and value; extend and state stay.
+    void clear_();
+    void clearDisplayText() noexcept { m_displayText.reset(); }
+
+    /// Installs `newRanges` (null is allowed) and returns the previous references.
+    std::unique_ptr<XCellRanges> swapRanges(std::unique_ptr<XCellRanges> newRanges);
+    /// Replaces the references by a copy of `source`.
+    void setRanges(const XCellRanges& source);
+    /// As setRanges; the copies then move by (row - fromRow, col - fromCol), absolute ends stay.
+    void setRangesShifted(const XCellRanges& source, int32_t fromRow, int32_t fromCol);
+    /// Moves the cell's position and its references; `force` moves absolute ends too.
+    void move_(int32_t dRow, int32_t dCol, bool force);
+    /// The reference with this identifier, or null.
+    XCellRange* findRange(int32_t id) noexcept { return m_ranges ? m_ranges->find(id) : nullptr; }
+
+    /// What an editor shows: the source, or for a cell that has none its value's text.
+    xstd::XString text(bool showRef) const;
+    /// The source alone, without "=". A deleted reference reads "#REF#" with `showRef`, else its
+    /// last position.
+    xstd::XString scriptText(bool showRef) const;
+    /// The value as text in the cell's format; made on the first call after a change.
+    const xstd::XString& valueText() const;
+
+    /// Replaces the content by `text`; leading "=" are dropped and an empty text only clears. The
+    /// text compiles for the base position (row, col). A text without references runs at once;
+    /// one that reads cells gets its value from the recalculation. With `displaced` a script that
+    /// others share already takes this text as its source, and its former text goes there. The
+    /// cell must be unlinked. Failure: the text stays, the value becomes an error value, and the
+    /// chain is raised.
+    void setText_(XCellTable& table, const xstd::XString& text, int32_t row = ownRow,
+                  int32_t col = ownCol, XDisplacedText* displaced = nullptr);
+    /// Runs the cell. A failure becomes its value and is not raised, so that a pass goes on; only
+    /// a stop is raised, after it has become the value.
+    void calc_();
+    /// Shows a stop in place of a run that it kept from beginning.
+    void showStop(const xstd::XExceptionItems& stop);
+    /// Makes the failure the cell's value, as an error value with the chain's whole text.
+    void setFailure(const xstd::XExceptionItems& failure);
+
+    XCellHold hold() const noexcept { return m_hold; }
+    void setHold(XCellHold hold) noexcept { m_hold = hold; }
+    /// True while the references are registered with a table.
+    bool isLinked() const noexcept { return m_linkIndex != notLinked; }
+
+private:
+    friend class XCellTable;
+    friend class XCellMarks;
+
+    static constexpr uint32_t notLinked = 0xffffffff;
+
+    void copyContent(const XCell& source);
+    void enterScript(XCellTable& table, XCellScript& script, const xstd::XString& text,
+                     XDisplacedText* displaced);
+    HugeVariant run();
+    void store(HugeVariant&& result);
+    const std::shared_ptr<XCellEnv>& env();
+    /// An entry that says which cell failed, for a chain.
+    xstd::XExceptionItem contextItem(const xstd::XSourceLocation& where,
+                                     const xstd::XString& mess) const;
+    void keepFailure(const xstd::XExceptionItems& failure);
+
+    int32_t m_row;
+    int16_t m_col;
+    uint16_t m_state = 0;
+    XCellHold m_hold = XCellHold::None;
+    uint32_t m_linkIndex = notLinked; // place among the table's linked cells
+    uint32_t m_mark = 0;              // pass of the table that saw the cell last
+    uint32_t m_order = 0;             // the cell's number in that pass
+    std::unique_ptr<XCellRanges> m_ranges;
+    ScriptItemPtr m_script;
+    std::unique_ptr<xstd::XString> m_text;
+    mutable std::unique_ptr<xstd::XString> m_displayText;
+    std::unique_ptr<XCellExtend> m_extend;
+    HugeVariant m_value;
+    std::shared_ptr<XCellEnv> m_env; // made at the first run
+};
+
+} // namespace huge

@@ -1,0 +1,33 @@
+#pragma once
+
+#include "numbers/XFormatRule.h"
+
+#include <memory>
+
+namespace huge {
+
+/// The format record of a cell, as far as the engine knows it: the number format, and how to copy
+/// the record. Fonts, colours and borders belong to the class that the interface derives.
+class XCellExtend {
+public:
+    virtual ~XCellExtend() = default;
+
+    /// A new record with the same content; the caller owns it.
+    virtual std::unique_ptr<XCellExtend> clone() const = 0;
+    /// Takes over the content of `other`, which is of the same class.
+    virtual void assign(const XCellExtend& other) = 0;
+    /// Mirrors what has a direction, for a cell that is transposed. Nothing here has one.
+    virtual void transpose() {}
+
+    XFormatRule& rule() { return formatRule; }
+    const XFormatRule& rule() const { return formatRule; }
+
+    XFormatRule formatRule;
+
+protected:
+    XCellExtend() = default;
+    XCellExtend(const XCellExtend&) = default;
+    XCellExtend& operator=(const XCellExtend&) = default;
+};
+
+} // namespace huge

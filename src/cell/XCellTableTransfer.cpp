@@ -1,0 +1,217 @@
+#include "cell/XCellTable.h"
+
+#include <tuple>
+#include <utility>
+
+namespace huge {
+
+namespace {
+
+const std::initializer_list<int> contentOnly = {optValueOnly, optScriptOnly};
+
+/// A constant comes back with the value that it had; running it again could give another one.
+void keepValue(XCell& cell)
+{
+    if (!cell.script() && cell.hold() == XCellHold::None)
+        cell.setHold(XCellHold::Fresh);
+}
+
+/// Where content of the given kind of transfer goes into an existing cell.
+void receive(XCell& dest, const XCell& source, xstd::XOptions options, bool shift)
+{
+    if (options.has(optValueOnly))
+        dest.assignValueFrom(source);
+    else
+        dest.assignScriptFrom(&source, shift);
+}
+
+} // namespace
+
+std::vector<XCell*> XCellTable::collectCells(const xstd::XMergedRects& rects,
+                                             xstd::XOptions options) const
+{
+    std::vector<XCell*> cells;
+    const bool withRanges = options.has(optScriptOnly);
+    for (const xstd::XRect& rect : rects) {
+        forEachCell(rect, [&](XCell* cell) {
+            if (!withRanges || cell->ranges())
+                cells.push_back(cell);
+        });
+    }
+    return cells;
+}
+
+void XCellTable::snapshot(XSavedCells& saved, const xstd::XMergedRects& rects,
+                          xstd::XOptions options)
+{
+    for (XCell* cell : collectCells(rects, {optAll})) {
+        const xstd::XPoint point{cell->row(), cell->col()};
+        if (options.has(optTake)) {
+            unlinkCell(cell);
+            saved[point] = putCell(point.row, point.col, nullptr);
+        } else {
+            saved[point] = std::make_unique<XCell>(*cell);
+        }
+    }
+}
+
+void XCellTable::snapshot(XCellPointers& saved, const xstd::XMergedRects& rects,
+                          xstd::XOptions options) const
+{
+    for (XCell* cell : collectCells(rects, options))
+        saved[xstd::XPoint{cell->row(), cell->col()}] = cell;
+}
+
+void XCellTable::restore(XSavedCells& saved, const xstd::XMergedRects& rects,
+                         xstd::XOptions options)
+{
+    for (XCell* cell : collectCells(rects, {optAll})) {
+        const xstd::XPoint point{cell->row(), cell->col()};
+        if (saved.find(point) == saved.end())
+            deleteCell(point.row, point.col);
+    }
+    for (auto& [point, cell] : saved) {
+        if (!cell || !rects.contains(point.row, point.col))
+            continue; // a null entry is back in the table already
+        if (options.has(optCopy))
+            putCopy(cell.get(), point.row, point.col, {optPlain});
+        else
+            putCell(point.row, point.col, std::move(cell));
+        keepValue(*cellAt(point.row, point.col));
+    }
+}
+
+void XCellTable::snapshotExtends(XSavedExtends& saved, const xstd::XMergedRects& rects,
+                                 xstd::XOptions options)
+{
+    for (XCell* cell : collectCells(rects, {optAll})) {
+        if (!cell->extend())
+            continue;
+        cell->clearDisplayText();
+        const xstd::XPoint point{cell->row(), cell->col()};
+        saved[point] = options.has(optTake) ? cell->swapExtend(nullptr) : cell->extend()->clone();
+    }
+}
+
+void XCellTable::restoreExtends(XSavedExtends& saved, const xstd::XMergedRects& rects,
+                                xstd::XOptions options)
+{
+    for (XCell* cell : collectCells(rects, {optAll})) {
+        if (saved.find(xstd::XPoint{cell->row(), cell->col()}) == saved.end())
+            cell->swapExtend(nullptr);
+    }
+    for (auto& [point, extend] : saved) {
+        if (!extend || !rects.contains(point.row, point.col))
+            continue;
+        XCell* cell = forceCell(point.row, point.col);
+        cell->swapExtend(options.has(optCopy) ? extend->clone() : std::move(extend));
+    }
+}
+
+void XCellTable::swapRangesBack(XSavedRanges& saved, const xstd::XMergedRects& limitRects,
+                                xstd::XOptions options)
+{
+    for (auto& [point, ranges] : saved) {
+        if (!ranges || (!limitRects.isEmpty() && !limitRects.contains(point.row, point.col)))
+            continue;
+        XCell* cell = cellAt(point.row, point.col);
+        if (!cell)
+            continue;
+        unlinkCell(cell);
+        if (options.has(optCopy))
+            cell->setRanges(*ranges);
+        else
+            cell->swapRanges(std::move(ranges));
+        linkCell(cell);
+    }
+}
+
+XCell* XCellTable::putCopy(const XCell* source, int32_t row, int32_t col, xstd::XOptions options)
+{
+    XCell* dest = cellAt(row, col);
+    const bool content = options.hasAny(contentOnly);
+    if (!source) {
+        unlinkCell(dest);
+        if (dest && content)
+            dest->clear_();
+        else if (dest)
+            deleteCell(row, col);
+        return cellAt(row, col);
+    }
+    if (!content) {
+        putCell(row, col, std::make_unique<XCell>(*source, row, col));
+        return cellAt(row, col);
+    }
+    dest = forceCell(row, col);
+    unlinkCell(dest);
+    receive(*dest, *source, options, true);
+    linkCell(dest);
+    return dest;
+}
+
+void XCellTable::moveCell(int32_t fromRow, int32_t fromCol, int32_t toRow, int32_t toCol,
+                          xstd::XOptions options)
+{
+    XCell* source = cellAt(fromRow, fromCol);
+    if (!source) {
+        putCopy(nullptr, toRow, toCol, options);
+        return;
+    }
+    unlinkCell(source);
+    if (!options.hasAny(contentOnly)) {
+        putCell(toRow, toCol, putCell(fromRow, fromCol, nullptr));
+        return;
+    }
+    const XCell moving(*source);
+    source->clear_();
+    XCell* dest = forceCell(toRow, toCol);
+    unlinkCell(dest);
+    receive(*dest, moving, options, false);
+    linkCell(dest);
+}
+
+void XCellTable::moveRects(const xstd::XMergedRects& rects, int32_t dRow, int32_t dCol,
+                           xstd::XOptions options)
+{
+    if (dRow == 0 && dCol == 0)
+        return;
+    // A position matters when a cell leaves it or when it empties the place that it moves to.
+    std::vector<std::pair<int32_t, int32_t>> from;
+    for (const xstd::XRect& rect : rects) {
+        forEachCell(rect, [&](XCell* cell) { from.emplace_back(cell->row(), cell->col()); });
+        forEachCell(rect.offset(dRow, dCol), [&](XCell* cell) {
+            from.emplace_back(cell->row() - dRow, cell->col() - dCol);
+        });
+    }
+    // Against the direction of the move: what stands in the way has moved on before.
+    std::sort(from.begin(), from.end(), [=](const auto& a, const auto& b) {
+        if (a.first != b.first)
+            return dRow > 0 ? a.first > b.first : a.first < b.first;
+        return dRow == 0 && dCol > 0 ? a.second > b.second : a.second < b.second;
+    });
+    from.erase(std::unique(from.begin(), from.end()), from.end());
+    for (const auto& [row, col] : from)
+        moveCell(row, col, row + dRow, col + dCol, options);
+}
+
+int32_t XCellTable::lastUsedCol(const xstd::XRect& rect) const
+{
+    int32_t last = 0;
+    forEachCell(rect, [&](const XCell* cell) {
+        if (cell->isUsed())
+            last = std::max(last, cell->col());
+    });
+    return last;
+}
+
+int32_t XCellTable::lastUsedRow(const xstd::XRect& rect) const
+{
+    int32_t last = 0;
+    forEachCell(rect, [&](const XCell* cell) {
+        if (cell->isUsed())
+            last = std::max(last, cell->row());
+    });
+    return last;
+}
+
+} // namespace huge
