@@ -1,0 +1,125 @@
+// What a change costs in tables of the shapes that people build. Each figure is one edit of a cell,
+// as an undoable action, with the recalculation that it causes.
+
+#include "cell/XCellActionSetText.h"
+#include "cell/XCellTable.h"
+#include "cell/cellName.h"
+
+#include <benchmark/benchmark.h>
+
+#include <memory>
+#include <string>
+
+namespace {
+
+class BenchTable {
+public:
+    BenchTable(int32_t rows, int32_t cols) : table(xstd::XRect(0, 0, rows, cols), 4) {}
+
+    void set(int32_t row, int32_t col, const std::string& text)
+    {
+        huge::XCellActionSetText(&table, row, col, text, false).do_();
+    }
+    /// Puts a formula in without running it; recalcAll runs them all.
+    void put(int32_t row, int32_t col, const std::string& text)
+    {
+        huge::XCell* cell = table.forceCell(row, col);
+        cell->setText_(table, text);
+        table.linkCell(cell);
+    }
+    void recalcAll()
+    {
+        xstd::XMergedRects changed;
+        table.recalcAll(changed);
+    }
+    /// Times edits of one cell that give it a new number each time.
+    void edit(benchmark::State& state, int32_t row, int32_t col)
+    {
+        int64_t number = 0;
+        for (auto _ : state)
+            set(row, col, std::to_string(++number));
+    }
+
+    huge::XCellTable table;
+};
+
+std::unique_ptr<BenchTable> chain(int32_t length)
+{
+    auto sheet = std::make_unique<BenchTable>(length, 16);
+    sheet->set(0, 0, "1");
+    for (int32_t row = 1; row < length; ++row)
+        sheet->put(row, 0, huge::cellName(row - 1, 0) + "+1");
+    sheet->recalcAll();
+    return sheet;
+}
+
+void chainOf10000(benchmark::State& state)
+{
+    chain(10000)->edit(state, 0, 0);
+}
+
+void fanOf100000(benchmark::State& state)
+{
+    BenchTable sheet(100000, 16);
+    sheet.set(0, 0, "1");
+    for (int32_t row = 0; row < 100000; ++row)
+        sheet.put(row, 1, "$A$1+1");
+    sheet.recalcAll();
+    sheet.edit(state, 0, 0);
+}
+
+void gridOf300By300(benchmark::State& state)
+{
+    BenchTable sheet(304, 304);
+    for (int32_t i = 0; i < 300; ++i) {
+        sheet.set(0, i, "1");
+        sheet.set(i, 0, "1");
+    }
+    for (int32_t row = 1; row < 300; ++row) {
+        for (int32_t col = 1; col < 300; ++col)
+            sheet.put(row, col, huge::cellName(row, col - 1) + "+" + huge::cellName(row - 1, col));
+    }
+    sheet.recalcAll();
+    sheet.edit(state, 0, 1);
+}
+
+void runningSumsOf1000(benchmark::State& state)
+{
+    BenchTable sheet(1024, 16);
+    for (int32_t row = 0; row < 1000; ++row) {
+        sheet.set(row, 0, std::to_string(row));
+        sheet.put(row, 1, "sum(A$1:" + huge::cellName(row, 0) + ")");
+    }
+    sheet.recalcAll();
+    sheet.edit(state, 0, 0);
+}
+
+/// An edit that one cell reads, in a table whose other formulas it does not concern.
+void editAmong100000(benchmark::State& state)
+{
+    const auto sheet = chain(100000);
+    sheet->set(5, 5, "A99999+1");
+    sheet->set(6, 6, "F6");
+    int64_t number = 0;
+    for (auto _ : state)
+        sheet->set(5, 5, "A99999+" + std::to_string(++number));
+}
+
+void enteringAChainOf10000(benchmark::State& state)
+{
+    for (auto _ : state) {
+        BenchTable sheet(10000, 16);
+        sheet.set(0, 0, "1");
+        for (int32_t row = 1; row < 10000; ++row)
+            sheet.set(row, 0, huge::cellName(row - 1, 0) + "+1");
+    }
+}
+
+BENCHMARK(chainOf10000)->Unit(benchmark::kMillisecond);
+BENCHMARK(fanOf100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(gridOf300By300)->Unit(benchmark::kMillisecond);
+BENCHMARK(runningSumsOf1000)->Unit(benchmark::kMillisecond);
+BENCHMARK(editAmong100000)->Unit(benchmark::kMillisecond);
+BENCHMARK(enteringAChainOf10000)->Unit(benchmark::kMillisecond);
+
+} // namespace
