@@ -1,0 +1,56 @@
+#include "XTavixApplication.h"
+#include "common/XPlatform.h"
+#include "common/XString.h"
+#include "fontFamilies.h"
+#include "qtText.h"
+#include "tavix.h"
+
+#include <QDir>
+#include <QIcon>
+#include <QPixmap>
+#include <QSplashScreen>
+#include <QTextCodec>
+
+namespace {
+
+/// All files of the program are named relative to its own folder.
+void enterProgramFolder()
+{
+    QDir::setCurrent(toQString(xstd::XPlatform::programDir()));
+}
+
+void showSplash()
+{
+    theSplash = new QSplashScreen(QPixmap());
+    theSplash->setPixmap(QPixmap("./icons/main3.jpg"));
+    theSplash->show();
+    theSplash->setFont(QFont("微软雅黑", 11));
+}
+
+void endSplash(QWidget* window)
+{
+    theSplash->finish(window);
+    delete theSplash;
+    theSplash = nullptr;
+}
+
+} // namespace
+
+int main(int argc, char** argv)
+{
+    enterProgramFolder();
+    XTavixApplication application(argc, argv);
+    theApplication = &application;
+    substituteFontFamilies();
+    QApplication::setWindowIcon(QIcon("./icons/application.ico"));
+    showSplash();
+    showSplashMessage("正在启动主窗口......");
+    QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    showSplashMessage("正在初始化主窗口......");
+    tavix window;
+    theMainWindow = &window;
+    showSplashMessage("正在显示主窗口......");
+    window.show();
+    endSplash(&window);
+    return runEventLoop(application);
+}

@@ -1,0 +1,7 @@
+#include "UserPrompts.h"
+
+UserPrompts& userPrompts()
+{
+    static UserPrompts prompts;
+    return prompts;
+}

@@ -1,0 +1,308 @@
+#include "tavix.h"
+
+#include "FrmExit.h"
+#include "LongTexts.h"
+#include "XCellTableView.h"
+#include "XTablePage.h"
+#include "common/XPlatform.h"
+#include "qtText.h"
+#include "script/XScriptEnvBase.h"
+#include "values/HugeVarFunc.h"
+
+#include <QApplication>
+#include <QCloseEvent>
+#include <QDir>
+#include <QFile>
+#include <QScrollBar>
+#include <QSettings>
+#include <QSplashScreen>
+#include <QSplitter>
+#include <QStatusBar>
+#include <QTabWidget>
+#include <QTextBrowser>
+#include <QVBoxLayout>
+
+QApplication* theApplication = nullptr;
+QSplashScreen* theSplash = nullptr;
+tavix* theMainWindow = nullptr;
+
+const char* const tavix::version = "1.0.2";
+
+namespace {
+
+const char* const layoutFile = "layout/tavix.ini";
+constexpr int keptMessageLines = 2000;
+constexpr int keptMessageCharacters = 1000000;
+constexpr int longestMessageLine = 16384;
+
+/// The whole file as text; a null string when it cannot be read.
+QString readText(const QString& path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) ? QString::fromUtf8(file.readAll()) : QString();
+}
+
+/// The arguments' texts, separated by blanks.
+QString joined(huge::HugeVariant* args, int argc)
+{
+    QString text;
+    for (int i = 0; i < argc; ++i) {
+        if (i > 0)
+            text += ' ';
+        text += toQString(args[i].toString());
+    }
+    return text;
+}
+
+} // namespace
+
+void showSplashMessage(const QString& text)
+{
+    if (theSplash)
+        theSplash->showMessage(text, Qt::AlignCenter | Qt::AlignBottom, Qt::yellow);
+}
+
+tavix::tavix(QWidget* parent) : QMainWindow(parent), m_appPath(toXString(QDir::currentPath()))
+{
+    buildForm();
+    showSplashMessage("正在加载皮肤......");
+    loadStyleSheet();
+    showSplashMessage("正在加载数据表loadTable()......");
+    replacePrintFunctions();
+    loadKeyWords();
+    addPage(0, nextPageName());
+    showSplashMessage("正在初始化主界面布局restLayout(\"layout/tavix.ini\")......");
+    printWelcome();
+    restLayout(layoutFile);
+}
+
+tavix::~tavix()
+{
+    clearPages();
+}
+
+void tavix::buildForm()
+{
+    setObjectName("tavixClass");
+    setWindowTitle("tavix");
+    setFont(QFont("微软雅黑 Light"));
+    resize(1200, 760);
+    auto* central = new QWidget(this);
+    central->setObjectName("centralWidget");
+    auto* layout = new QVBoxLayout(central);
+    layout->setObjectName("verticalLayout");
+    layout->setSpacing(0);
+    layout->setContentsMargins(0, 0, 0, 0);
+    m_splitter = new QSplitter(Qt::Vertical, central);
+    m_splitter->setObjectName("splitter_2");
+    m_splitter->setHandleWidth(3);
+    m_splitter->setChildrenCollapsible(true);
+    layout->addWidget(m_splitter);
+
+    m_tabWidget = new QTabWidget(m_splitter);
+    m_tabWidget->setObjectName("tabWidget");
+    m_tabWidget->setMovable(true);
+    QSizePolicy policy = m_tabWidget->sizePolicy();
+    policy.setVerticalStretch(1);
+    m_tabWidget->setSizePolicy(policy);
+
+    m_messages = new QTextBrowser(m_splitter);
+    m_messages->setObjectName("tbSysInfo");
+    m_messages->setFont(QFont("Courier New"));
+    m_messages->setFrameShape(QFrame::NoFrame);
+    m_messages->setWordWrapMode(QTextOption::WrapAnywhere);
+    m_messages->setOpenLinks(false);
+    m_messages->document()->setMaximumBlockCount(keptMessageLines);
+    connect(m_messages, &QTextBrowser::anchorClicked, this, &showFullText);
+
+    setCentralWidget(central);
+    auto* status = new QStatusBar(this);
+    status->setObjectName("statusBar");
+    setStatusBar(status);
+}
+
+void tavix::replacePrintFunctions()
+{
+    huge::XScriptEnv_base::initVars();
+    huge::XScriptEnv_base env;
+    const auto print = [this](huge::HugeVariant* args, int argc) {
+        printText(joined(args, argc));
+        return huge::HugeVariant();
+    };
+    const auto printLine = [this](huge::HugeVariant* args, int argc) {
+        printText("\n");
+        printText(joined(args, argc));
+        return huge::HugeVariant();
+    };
+    env.setVar("print", huge::HugeVariant::make<huge::HugeVarFunc>(print));
+    env.setVar("printLine", huge::HugeVariant::make<huge::HugeVarFunc>(printLine));
+}
+
+void tavix::printWelcome()
+{
+    printText("\n欢迎使用Tavix!!!");
+    printText(QString("\n版本：") + version);
+    printText("\n当前windows用户名：" + toQString(xstd::XPlatform::userName()));
+    printText("\n当前windows用户数据文件夹: " + toQString(xstd::XPlatform::userDataDir()));
+}
+
+QTextCursor tavix::messagesEnd()
+{
+    QTextCursor cursor(m_messages->document());
+    if (m_messages->document()->characterCount() > keptMessageCharacters) {
+        cursor.setPosition(keptMessageCharacters / 2, QTextCursor::KeepAnchor);
+        cursor.removeSelectedText();
+    }
+    cursor.movePosition(QTextCursor::End);
+    // A script may print without ever ending a line, and each addition lays the line out anew.
+    if (cursor.positionInBlock() > longestMessageLine)
+        cursor.insertBlock();
+    return cursor;
+}
+
+void tavix::showMessagesEnd()
+{
+    m_messages->moveCursor(QTextCursor::End);
+}
+
+void tavix::printText(const QString& text)
+{
+    QTextCursor cursor = messagesEnd();
+    insertPlain(cursor, text);
+    showMessagesEnd();
+}
+
+void tavix::printError(const QString& html)
+{
+    QTextCursor cursor = messagesEnd();
+    cursor.insertHtml(
+        QString("<br><span style=\"color:%1\">%2</span>").arg(QString("#FF0000"), html));
+    showMessagesEnd();
+}
+
+void tavix::loadStyleSheet()
+{
+    const QString sheet = readText("./config/style.css");
+    if (!sheet.isNull())
+        qApp->setStyleSheet(sheet);
+}
+
+void tavix::loadKeyWords()
+{
+    for (const KeyWordItem& item : parseKeyWords(readText("./config/keywords.txt")))
+        m_keyWordHint.add(item);
+}
+
+QString tavix::filePath(const QString& fileName) const
+{
+    return toQString(m_appPath) + "/" + fileName;
+}
+
+bool tavix::saveLayout(const QString& fileName)
+{
+    QSettings settings(filePath(fileName), QSettings::IniFormat);
+    settings.setValue("geometry", saveGeometry());
+    settings.setValue("windowState", saveState());
+    settings.setValue("splitterSize1", m_splitter->sizes().value(0));
+    settings.setValue("splitterSize2", m_splitter->sizes().value(1));
+    return true;
+}
+
+bool tavix::restLayout(const QString& fileName)
+{
+    if (!QFile::exists(filePath(fileName))) {
+        shareSplitter(6000, 1000);
+        return false;
+    }
+    const QSettings settings(filePath(fileName), QSettings::IniFormat);
+    restoreState(settings.value("windowState").toByteArray());
+    restoreGeometry(settings.value("geometry").toByteArray());
+    int upper = settings.value("splitterSize1").toInt();
+    int lower = settings.value("splitterSize2").toInt();
+    if (upper == 0 || lower == 0) {
+        upper = 9000;
+        lower = 1000;
+    }
+    shareSplitter(upper, lower);
+    return true;
+}
+
+void tavix::shareSplitter(int upper, int lower)
+{
+    // The tabs stretch, so sizes that don't fit would all be taken off them; and before the window
+    // is shown the splitter has no height of its own yet.
+    layout()->activate();
+    centralWidget()->layout()->activate();
+    const double height = m_splitter->height() - m_splitter->handleWidth();
+    const double whole = static_cast<double>(upper) + lower;
+    const int below = static_cast<int>(height * lower / whole);
+    m_splitter->setSizes({static_cast<int>(height) - below, below});
+}
+
+XTablePage* tavix::addPage(int index, const QString& name)
+{
+    if (index < 0 || index > static_cast<int>(m_pages.size()))
+        return nullptr;
+    m_pages.push_back(std::make_unique<XTablePage>(this, name));
+    XTablePage* page = m_pages.back().get();
+    m_tabWidget->insertTab(index, page->tab(), name);
+    page->view()->setFocus();
+    page->undo().markSaved();
+    return page;
+}
+
+void tavix::clearPages()
+{
+    const QSignalBlocker blocker(m_tabWidget);
+    m_pages.clear();
+    m_tabWidget->clear();
+}
+
+QString tavix::nextPageName() const
+{
+    for (int n = 1;; ++n) {
+        const QString name = QString("page%1").arg(n);
+        bool used = false;
+        for (int i = 0; i < m_tabWidget->count(); ++i)
+            used = used || m_tabWidget->tabText(i) == name;
+        if (!used)
+            return name;
+    }
+}
+
+int tavix::currentTabIndex() const
+{
+    return m_tabWidget->currentIndex();
+}
+
+XTablePage* tavix::pageAt(int tabIndex) const
+{
+    const QWidget* tab = m_tabWidget->widget(tabIndex);
+    for (const auto& page : m_pages) {
+        if (tab && page->tab() == tab)
+            return page.get();
+    }
+    return nullptr;
+}
+
+XTablePage* tavix::currentPage() const
+{
+    return pageAt(currentTabIndex());
+}
+
+XCellTableView* tavix::currentView() const
+{
+    XTablePage* page = currentPage();
+    return page ? page->view() : nullptr;
+}
+
+void tavix::closeEvent(QCloseEvent* event)
+{
+    if (askExit(version, this) != "ok") {
+        event->ignore();
+        return;
+    }
+    clearPages();
+    saveLayout(layoutFile);
+    event->accept();
+}
