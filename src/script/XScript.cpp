@@ -87,7 +87,9 @@ XCStoken XScript_base::compile(XDebugInfo* debug)
         m_debugInfo = debug;
     reset();
     try {
-        return compileText();
+        XCStoken result = compileText();
+        m_compiled = true;
+        return result;
     } catch (xstd::XExceptionItems& failure) {
         failure.add(errorItem(X_HERE, "ScriptCompile Error", 0));
         throw;
@@ -98,6 +100,8 @@ XCStoken XScript_base::compile(XDebugInfo* debug)
 
 void XScript_base::reset()
 {
+    m_compiled = false;
+    m_program.reset();
     m_stack = {};
     m_modStack.clear();
     m_loops.clear();

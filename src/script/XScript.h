@@ -3,14 +3,19 @@
 #include "common/XException.h"
 #include "script/XScriptBuilder.h"
 #include "script/XScriptDecoder.h"
+#include "values/HugeVariant.h"
 
 #include <cstdint>
 #include <deque>
+#include <memory>
 #include <string>
 #include <unordered_map>
 #include <vector>
 
 namespace huge {
+
+class XScriptEnv;
+class XScriptProgram;
 
 /// The slots of one frame as they will lie when the program runs: a name for each, "" for a
 /// nameless temporary. It is the scope chain too: a name is visible as long as its slot stands,
@@ -79,12 +84,19 @@ public:
     virtual XCStoken tokenAt(int32_t line, int32_t col);
     virtual XCStoken tokenAt(int32_t pos);
 
+    /// Runs the compiled program; with no environment, in one of its own.
+    virtual HugeVariant run(const std::shared_ptr<XScriptEnv>& env);
+
     /// A chain of one item that names a place of the text; pos 0 is the decoder's cursor.
     virtual xstd::XExceptionItems makeError(const xstd::XSourceLocation& location,
                                             const xstd::XString& message, int32_t pos = 0) const;
 
     /// The program image. After a failure it is a part of one and must not run.
     const std::vector<uint8_t>& prog() const noexcept { return m_prog; }
+
+    /// The image made ready to run, shared by all runs and closures. Fails with "Not a script"
+    /// ("scriptRuntime") where no compilation has succeeded.
+    std::shared_ptr<const XScriptProgram> program();
 
 protected:
     XScript_base();
@@ -104,7 +116,7 @@ private:
     static constexpr int16_t modulusNone = -1; ///< literals are plain
     static constexpr int16_t modulusOff = -2;  ///< plain, and stay so in a scope around them
 
-    // The object and its stack: XScript.cpp
+    // The object and its stack: XScript.cpp; program and run: XScriptRun.cpp
     void reset();
     XCStoken compileText();
     void writeMaxStack();
@@ -192,6 +204,8 @@ private:
     std::deque<ClosureVarInfo> m_closures; // a deque: frames stay where they are
     XDebugInfo* m_debugInfo = nullptr;
     int32_t m_depth = 0;
+    bool m_compiled = false;
+    std::shared_ptr<const XScriptProgram> m_program;
 };
 
 /// A script of its own, over plain names.
