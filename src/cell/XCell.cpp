@@ -44,8 +44,7 @@ XCell& XCell::operator=(const XCell& source)
 XCell::~XCell()
 {
     assert(!isLinked());
-    if (m_env)
-        m_env->detach();
+    dropEnv();
 }
 
 void XCell::setPosition(int32_t row, int32_t col) noexcept
@@ -117,7 +116,17 @@ void XCell::clear_()
     m_script = ScriptItemPtr();
     m_ranges.reset();
     m_hold = XCellHold::None;
+    dropEnv();
     clearDisplayText();
+}
+
+// A closure that left the cell keeps the environment. Its references name the ranges that go now,
+// and must not find those that come.
+void XCell::dropEnv() noexcept
+{
+    if (m_env)
+        m_env->detach();
+    m_env.reset();
 }
 
 std::unique_ptr<XCellRanges> XCell::swapRanges(std::unique_ptr<XCellRanges> newRanges)

@@ -147,6 +147,7 @@ private:
     HugeVariant run();
     void store(HugeVariant&& result);
     const std::shared_ptr<XCellEnv>& env();
+    void dropEnv() noexcept;
     /// An entry that says which cell failed, for a chain.
     xstd::XExceptionItem contextItem(const xstd::XSourceLocation& where,
                                      const xstd::XString& mess) const;

@@ -9,7 +9,18 @@ XCellTable::XCellTable(const xstd::XRect& rect, int32_t baseSize)
     setMainRect(rect, baseSize);
 }
 
-XCellTable::~XCellTable() = default;
+XCellTable::~XCellTable()
+{
+    forgetLinks();
+}
+
+// For cells that go together with the index that they are registered in.
+void XCellTable::forgetLinks() noexcept
+{
+    for (XCell* cell : m_linkedCells)
+        cell->m_linkIndex = XCell::notLinked;
+    m_linkedCells.clear();
+}
 
 std::unique_ptr<XCell>& XCellTable::forceSlot(int32_t row, int32_t col)
 {
@@ -143,9 +154,7 @@ void XCellTable::clear()
 {
     // A fresh index is cheaper than taking every reference out of the old one.
     m_rangeTree = std::make_unique<XCellRangeTree>(m_mainRect, m_baseSize);
-    for (XCell* cell : m_linkedCells)
-        cell->m_linkIndex = XCell::notLinked;
-    m_linkedCells.clear();
+    forgetLinks();
     m_rows.clear();
     m_scripts.clear();
 }

@@ -192,6 +192,7 @@ private:
     using Row = std::vector<std::unique_ptr<XCell>>;
 
     std::unique_ptr<XCell>& forceSlot(int32_t row, int32_t col);
+    void forgetLinks() noexcept;
     uint32_t nextMark() noexcept { return ++m_lastMark; }
     void appendReaders(const XCell& cell, std::vector<XCell*>& out);
     void appendRectReaders(const xstd::XRect& rect, std::vector<XCell*>& out);

@@ -184,3 +184,15 @@ TEST(CellClosure, SurvivesItsCellAndFindsTheReferenceGone)
     const huge::HugeVariant result = closure.object()->exec(&argument, 1);
     EXPECT_EQ(result.toString(), "refError:range is invalid");
 }
+
+TEST(CellClosure, DoesNotFindTheReferencesOfALaterText)
+{
+    Sheet sheet;
+    sheet.set("C1", "3");
+    sheet.set("D1", "4");
+    sheet.set("A1", "[x] { C1 }");
+    const huge::HugeVariant closure = sheet.cell("A1")->value();
+    sheet.set("A1", "[x] { D1 }");
+    huge::HugeVariant argument(int64_t(1));
+    EXPECT_EQ(closure.exec(&argument, 1).toString(), "refError:range is invalid");
+}
