@@ -100,10 +100,12 @@ public:
     {
         if (isAxNamed() || !settle())
             return;
-        for (size_t i = 0; i < m_instructions.size(); ++i) {
+        for (size_t i = m_instructions.size(); i-- > 0;) {
             XInstruction& in = m_instructions[i];
             if (isComparison(in.op))
                 in.number = decidesJump(i);
+            else if (in.op == OP_ADD || in.op == OP_DEC)
+                in.number = m_instructions[i + 1].op == opPushAx;
             else if (isLiveAfter(i))
                 continue;
             else if (in.op == OP_PUSH && in.aKind == XOperandKind::Ax)
@@ -148,7 +150,7 @@ private:
     bool isLiveAfter(size_t i) const
     {
         const XInstruction& in = m_instructions[i];
-        if (in.op == OP_NULL || in.op == OP_RETURN || in.op == opFault)
+        if (in.op == OP_NULL || in.op == OP_RETURN || in.op >= opReturnSlot)
             return false;
         const bool atTarget =
             in.op >= OP_JMP && in.op <= OP_JMP_FALSE && m_before[size_t(int64_t(i) + in.number)];
@@ -165,6 +167,8 @@ private:
 
     static bool writes(const XInstruction& in)
     {
+        if (in.op == opReturnSlot)
+            return true;
         if (in.op == OP_MOV || in.op == OP_REF)
             return in.aKind == XOperandKind::Ax;
         return (in.op >= OP_ADD && in.op <= OP_PERCENT) ||
@@ -197,6 +201,7 @@ public:
         add({}); // the end of the image ends a run, as OP_NULL does
         m_program.m_instructions.back().end = uint32_t(m_code.size());
         settleTargets();
+        shortenReturns();
         Liveness(m_program.m_instructions).shorten();
     }
 
@@ -348,7 +353,7 @@ private:
     const XScriptExtendData* extend()
     {
         const std::string payload = block();
-        return &m_program.m_extends.emplace_back(
+        return &m_program.m_extends.emplace_front(
             std::vector<uint8_t>(payload.begin(), payload.end()));
     }
 
@@ -361,13 +366,13 @@ private:
         operand.closureVars.resize(read16(OD_CLOSURE));
         for (uint16_t& slot : operand.closureVars)
             slot = read16(OD_CLOSURE);
-        return &m_program.m_closures.emplace_back(XClosureRecord{0, std::move(operand)});
+        return &m_program.m_closures.emplace_front(XClosureRecord{0, std::move(operand)});
     }
 
     template <class T>
     const HugeVariant* literal(T&& value)
     {
-        return &m_program.m_literals.emplace_back(std::forward<T>(value));
+        return &m_program.m_literals.emplace_front(std::forward<T>(value));
     }
 
     void expect(uint8_t tag)
@@ -424,6 +429,26 @@ private:
         }
         for (XClosureRecord& record : m_program.m_closures)
             record.start = indexOf(record.operand.entry);
+    }
+
+    /// What only leads to the end of a run ends it at once: cutting slots, which go then anyway,
+    /// moving the accumulator to itself, and jumps.
+    void shortenReturns()
+    {
+        std::vector<XInstruction>& all = m_program.m_instructions;
+        const auto ends = [&](size_t i) { return all[i].op == OP_RETURN || all[i].op == OP_NULL; };
+        // A frame's end does what these do.
+        for (size_t i = all.size(); i-- > 0;) {
+            const XInstruction& in = all[i];
+            const bool isIdle =
+                in.op == OP_POPTO || in.op == OP_CLOSURE_END ||
+                (in.op == OP_MOV && in.aKind == XOperandKind::Ax && in.bKind == XOperandKind::Ax);
+            if (in.op == OP_MOV && in.aKind == XOperandKind::Ax && in.bKind == XOperandKind::Slot &&
+                ends(i + 1))
+                all[i] = XInstruction{.op = opReturnSlot, .end = in.end, .a = in.b};
+            else if (isIdle ? ends(i + 1) : in.op == OP_JMP && ends(size_t(int64_t(i) + in.number)))
+                all[i] = XInstruction{.op = OP_RETURN, .end = in.end};
+        }
     }
 
     uint32_t indexOf(uint32_t offset)

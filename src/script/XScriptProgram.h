@@ -5,7 +5,7 @@
 #include "values/HugeVariant.h"
 
 #include <cstdint>
-#include <deque>
+#include <forward_list>
 #include <memory>
 #include <vector>
 
@@ -42,7 +42,8 @@ struct XInstruction {
     XOperandKind aKind = XOperandKind::Null;
     XOperandKind bKind = XOperandKind::Null;
     /// How far a jump goes, in instructions from this one; an argument count; a slot count; for
-    /// opFault the index of the fault; for a comparison 1 when it only decides the jump behind it.
+    /// opFault the index of the fault; 1 for a comparison that only decides the jump behind it, and
+    /// for a sum or difference that only goes into the PUSH behind it.
     int32_t number = 0;
     uint32_t end = 0; ///< where the instruction ends in the image
     XOperandValue a{};
@@ -51,9 +52,10 @@ struct XInstruction {
 
 /// Instructions that no image holds: what the decoder makes of others.
 enum xop_inner : uint8_t {
-    opPushAx = 50, ///< PUSH ax where nobody reads ax again: its value is moved
-    opTouch = 51,  ///< MOV ax, slot where nobody reads ax again: the slot comes into being
-    opFault = 255  ///< fails when it is reached: the image is damaged there
+    opPushAx = 50,     ///< PUSH ax where nobody reads ax again: its value is moved
+    opTouch = 51,      ///< MOV ax, slot where nobody reads ax again: the slot comes into being
+    opReturnSlot = 52, ///< MOV ax, slot and RETURN: the slot's value is moved
+    opFault = 255      ///< fails when it is reached: the image is damaged there
 };
 
 /// Why an instruction cannot run.
@@ -99,11 +101,11 @@ private:
     void decode() const;
 
     std::vector<uint8_t> m_code;
-    // Filled by decode. Deques, because instructions point into them.
+    // Filled by decode. Lists, because instructions point into them, and most programs are short.
     mutable std::vector<XInstruction> m_instructions;
-    mutable std::deque<HugeVariant> m_literals;
-    mutable std::deque<XScriptExtendData> m_extends;
-    mutable std::deque<XClosureRecord> m_closures;
+    mutable std::forward_list<HugeVariant> m_literals;
+    mutable std::forward_list<XScriptExtendData> m_extends;
+    mutable std::forward_list<XClosureRecord> m_closures;
     mutable std::vector<XProgramFault> m_faults;
 };
 

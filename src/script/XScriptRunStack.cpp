@@ -117,7 +117,7 @@ void XScriptRunStack::openChunk(size_t reserved)
     Arena& all = arena();
     const size_t count = std::max(chunkSlots, reserved + 1);
     if (all.slots() + count > maxArenaSlots)
-        throw std::runtime_error("Closure calls are nested too deep");
+        throw std::runtime_error(tooDeep);
     Chunk chunk = all.spare.count >= count ? std::move(all.spare) : makeChunk(count);
     chunk.resumeAt = s_next;
     all.chunks.push_back(std::move(chunk));

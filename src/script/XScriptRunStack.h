@@ -25,6 +25,8 @@ class XScriptRunStack {
 public:
     /// Slots that a frame may have: more than operands can name.
     static constexpr size_t maxSlots = 65600;
+    /// What a recursion fails with that finds no more room, here or elsewhere.
+    static constexpr const char* tooDeep = "Closure calls are nested too deep";
 
     XScriptRunStack() noexcept = default;
 
@@ -95,6 +97,9 @@ public:
     /// Makes target another name of source. Where target would outlive source and nothing in the
     /// arena could tell it so, target takes a copy instead.
     void bind(HugeVariant& target, HugeVariant& source);
+
+    /// Whether a slot may be what a handle below it stands for.
+    static bool anyUpward() noexcept { return s_upward != 0; }
 
     /// Whether any frame is open, in any run.
     static bool anyOpen() noexcept { return s_next != s_bottom; }

@@ -55,6 +55,8 @@ private:
     XScriptEnv& env() const noexcept;
     const XScriptProgram& program() const noexcept;
     const XInstruction& current() const noexcept;
+    static xstd::XExceptionItem item(const xstd::XSourceLocation& location,
+                                     const xstd::XString& mess, const XInstruction& in);
     void leaveFrames(xstd::XExceptionItems& failure) noexcept;
 
     // Operands: a pointer to the handle at the end of all references. index is 0 or 1, for the
@@ -74,6 +76,7 @@ private:
     void runMov(const XInstruction& in);
     void runRef(const XInstruction& in);
     void runPush(const XInstruction& in);
+    void returnSlot(const XInstruction& in);
     void runPushAx();
     void runPushRef(const XInstruction& in);
     void runExec(const XInstruction& in);
@@ -84,6 +87,8 @@ private:
     void assign(const XInstruction& in, HugeVariant& target, HugeVariant&& value);
     template <class F>
     void calculate(const XInstruction& in, F operation);
+    template <class F>
+    const XInstruction* calculateSmall(const XInstruction& in, F operation);
     template <class F>
     const XInstruction* compare(const XInstruction& in, F operation);
     template <class F>
