@@ -74,7 +74,7 @@ size_t clipped(int64_t index)
 
 void requireLength(uint64_t bytes)
 {
-    if (bytes > HugeVarString::maxRepeatedBytes)
+    if (bytes > HugeVarString::maxBytes)
         throw std::runtime_error("The text is too long");
 }
 
@@ -82,7 +82,7 @@ XString repeated(const XString& text, int64_t count)
 {
     if (count <= 0 || text.empty())
         return {};
-    if (uint64_t(count) > HugeVarString::maxRepeatedBytes)
+    if (uint64_t(count) > HugeVarString::maxBytes)
         requireLength(uint64_t(count));
     requireLength(text.size() * uint64_t(count));
     XString result;
@@ -202,8 +202,16 @@ double HugeVarString::asDouble() const
 HugeVariant HugeVarString::add(const HugeVariant& a, const HugeVariant& b) const
 {
     XString text = a.toXString();
-    text.append(b.toXString());
+    const XString tail = b.toXString();
+    requireLength(text.size() + tail.size());
+    text.append(tail);
     return text;
+}
+
+void HugeVarString::append(const xstd::XString& text)
+{
+    requireLength(m_text.size() + text.size());
+    m_text.append(text);
 }
 
 HugeVariant HugeVarString::sub(const HugeVariant& a, const HugeVariant& b) const

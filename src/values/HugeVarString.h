@@ -16,11 +16,13 @@ public:
         : HugeVar(HugeVarClass::String), m_text(std::move(text))
     {}
 
-    /// Bytes that a repeated text may have; beyond that mul fails before it allocates.
-    static constexpr size_t maxRepeatedBytes = size_t(1) << 30;
+    /// Bytes that a text made by an operator or a member may have; a longer one fails with "The
+    /// text is too long" before it is allocated.
+    static constexpr size_t maxBytes = size_t(1) << 28;
 
     const xstd::XString& text() const noexcept { return m_text; }
-    xstd::XString& text() noexcept { return m_text; }
+    /// Appends in place, at a cost by what is appended.
+    void append(const xstd::XString& text);
 
     int typeId() const override { return varString; }
     const std::type_info& typeInfo() const override { return typeid(xstd::XString); }

@@ -380,7 +380,7 @@ HugeVariant& HugeVariant::operator+=(const HugeVariant& b)
     const HugeVariant& right = b.final();
     // A text that grows by appending would otherwise be copied at every step.
     if (HugeVarString* text = textIn(left); text != nullptr && textIn(right) != nullptr)
-        text->text().append(textIn(right)->text());
+        text->append(textIn(right)->text());
     else if (integerIn(left) != nullptr && integerIn(right) != nullptr)
         integerIn(left)->value() += integerIn(right)->value();
     else
