@@ -9,6 +9,7 @@
 #include <memory>
 #include <new>
 #include <stdexcept>
+#include <utility>
 #include <vector>
 
 namespace huge {
@@ -118,7 +119,7 @@ void XScriptRunStack::openChunk(size_t reserved)
     const size_t count = std::max(chunkSlots, reserved + 1);
     if (all.slots() + count > maxArenaSlots)
         throw std::runtime_error(tooDeep);
-    Chunk chunk = all.spare.count >= count ? std::move(all.spare) : makeChunk(count);
+    Chunk chunk = all.spare.count >= count ? std::exchange(all.spare, Chunk()) : makeChunk(count);
     chunk.resumeAt = s_next;
     all.chunks.push_back(std::move(chunk));
     s_next = s_chunk = all.chunks.back().begin();

@@ -228,6 +228,17 @@ TEST(Depth, OfClosureCallsIsFarAndBounded)
     EXPECT_FALSE(XScriptRunStack::anyOpen());
 }
 
+TEST(Depth, OfLargeFramesFillsOneStretchOfSlotsAfterAnother)
+{
+    xstd::XString source = "var f = [n, g] { var v0 = n;";
+    for (int i = 1; i < 60; ++i)
+        source += xstd::format("var v%d = v%d;", i, i - 1);
+    source += "iif(n == 0, 0, g(n - 1, &g) + v59 - n + 1) };";
+    EXPECT_EQ(runText(source + "f(8000, &f)").toString(), "8000");
+    EXPECT_EQ(runText(source + "f(8000, &f) + f(3000, &f)").toString(), "11000");
+    EXPECT_FALSE(XScriptRunStack::anyOpen());
+}
+
 TEST(Depth, ThroughNativeFunctionsIsBoundedByTheMachineStack)
 {
     XScriptEnv_base env;
