@@ -127,15 +127,8 @@ bool XStringDecoder::restoreCursor()
 // One character on. A lead byte whose tail is cut short moves over what is there.
 void XStringDecoder::step()
 {
-    const char here = m_text[at()];
-    const int length = utf8Length(here);
-    ++m_cursor.pos;
-    ++m_cursor.charPos;
-    if (here == '\n') {
-        ++m_cursor.row;
-        ++m_newLines;
-        m_cursor.rowStart = m_cursor.pos;
-    }
+    const int length = utf8Length(m_text[at()]);
+    XStringDecoder::nextChar();
     for (int i = 1; i < length && !isEnd() && (m_text[at()] & 0xC0) == 0x80; ++i)
         ++m_cursor.pos;
 }

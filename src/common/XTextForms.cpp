@@ -18,17 +18,6 @@ constexpr char lowerDigits[] = "0123456789abcdef";
 constexpr char upperDigits[] = "0123456789ABCDEF";
 constexpr wchar_t replacement = 0xFFFD;
 
-int hexDigit(char c)
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 bool isAlnum(char c)
 {
     return (c >= '0' && c <= '9') || (c >= 'a' && c <= 'z') || (c >= 'A' && c <= 'Z');
@@ -198,6 +187,15 @@ XString octByte(uint8_t byte)
     return format("%03o", byte);
 }
 
+int hexDigitValue(char c) noexcept
+{
+    if (c >= '0' && c <= '9')
+        return c - '0';
+    if (c >= 'a' && c <= 'f')
+        return c - 'a' + 10;
+    return c >= 'A' && c <= 'F' ? c - 'A' + 10 : -1;
+}
+
 uint8_t hexValue(const XString& text)
 {
     if (text.size() != 2 || !isAlnum(text[0]) || !isAlnum(text[1]))
@@ -223,8 +221,8 @@ XBytes hexToBytes(const XString& text)
     XBytes bytes;
     bytes.reserve(digits.size() / 2);
     for (size_t i = 0; i + 1 < digits.size(); i += 2) {
-        const int high = hexDigit(digits[i]);
-        const int low = hexDigit(digits[i + 1]);
+        const int high = hexDigitValue(digits[i]);
+        const int low = hexDigitValue(digits[i + 1]);
         if (high < 0 || low < 0)
             break;
         bytes.push_back(static_cast<uint8_t>(high * 16 + low));
@@ -239,8 +237,8 @@ XBytes hexToBytesReversed(const XString& text)
         digits.insert(digits.begin(), '0');
     XBytes bytes;
     for (size_t i = digits.size(); i >= 2; i -= 2) {
-        const int high = hexDigit(digits[i - 2]);
-        const int low = hexDigit(digits[i - 1]);
+        const int high = hexDigitValue(digits[i - 2]);
+        const int low = hexDigitValue(digits[i - 1]);
         if (high < 0 || low < 0)
             break;
         bytes.push_back(static_cast<uint8_t>(high * 16 + low));

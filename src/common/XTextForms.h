@@ -21,6 +21,8 @@ std::wstring localToWide(const XString& text);
 /// Two upper-case hexadecimal digits; three octal digits.
 XString hexByte(uint8_t byte);
 XString octByte(uint8_t byte);
+/// The value of one hexadecimal digit; -1 for any other character.
+int hexDigitValue(char c) noexcept;
 /// The value of exactly two hexadecimal digits, of exactly three octal ones (the first up to 3).
 /// Throw std::runtime_error: "[text] is not a hexstr!", "[text] is not a octstr!".
 uint8_t hexValue(const XString& text);

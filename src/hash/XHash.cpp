@@ -1,6 +1,7 @@
 #include "hash/XHash.h"
 
 #include "common/XException.h"
+#include "common/XTextForms.h"
 #include "hash/XRipemd160.h"
 #include "hash/XSha256.h"
 
@@ -10,20 +11,9 @@ namespace xstd {
 
 namespace {
 
-int hexDigit(char c) noexcept
-{
-    if (c >= '0' && c <= '9')
-        return c - '0';
-    if (c >= 'a' && c <= 'f')
-        return c - 'a' + 10;
-    if (c >= 'A' && c <= 'F')
-        return c - 'A' + 10;
-    return -1;
-}
-
 int requireHexDigit(const XString& text, size_t pos, size_t byteIndex)
 {
-    const int value = hexDigit(text[pos]);
+    const int value = hexDigitValue(text[pos]);
     if (value < 0)
         throw XExceptionItems().add(
             XExceptionItem(X_HERE, "h256")
