@@ -148,11 +148,28 @@ TEST_F(Tool, StopsAtItsLimit)
     EXPECT_EQ(run({"eval", "--limit", "100", "-"}, "1").out, "1\n");
 }
 
+// Waits until the process handles interrupts, which on a busy machine takes its time.
+void waitUntilInterruptible(pid_t child)
+{
+    for (int tries = 0; tries < 1000; ++tries) {
+        std::ifstream status("/proc/" + std::to_string(child) + "/status");
+        for (std::string line; std::getline(status, line);) {
+            if (line.rfind("SigCgt:", 0) != 0)
+                continue;
+            const auto caught = std::stoull(line.substr(7), nullptr, 16);
+            if (caught >> (SIGINT - 1) & 1)
+                return;
+        }
+        std::this_thread::sleep_for(std::chrono::milliseconds(10));
+    }
+}
+
 TEST_F(Tool, EndsWith130OnAnInterrupt)
 {
     for (const char* script : endless) {
         const pid_t child = start({"eval", "-"}, script);
-        std::this_thread::sleep_for(std::chrono::milliseconds(300));
+        waitUntilInterruptible(child);
+        std::this_thread::sleep_for(std::chrono::milliseconds(100)); // let it get into its loop
         kill(child, SIGINT);
         EXPECT_EQ(finish(child).status, 130) << script;
     }
