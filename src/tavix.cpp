@@ -1,8 +1,8 @@
 #include "tavix.h"
 
 #include "FrmExit.h"
-#include "LongTexts.h"
 #include "XCellTableView.h"
+#include "XMessagePane.h"
 #include "XTablePage.h"
 #include "common/XPlatform.h"
 #include "qtText.h"
@@ -13,13 +13,11 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFile>
-#include <QScrollBar>
 #include <QSettings>
 #include <QSplashScreen>
 #include <QSplitter>
 #include <QStatusBar>
 #include <QTabWidget>
-#include <QTextBrowser>
 #include <QVBoxLayout>
 
 QApplication* theApplication = nullptr;
@@ -31,9 +29,6 @@ const char* const tavix::version = "1.0.2";
 namespace {
 
 const char* const layoutFile = "layout/tavix.ini";
-constexpr int keptMessageLines = 2000;
-constexpr int keptMessageCharacters = 1000000;
-constexpr int longestMessageLine = 16384;
 
 /// The whole file as text; a null string when it cannot be read.
 QString readText(const QString& path)
@@ -106,14 +101,9 @@ void tavix::buildForm()
     policy.setVerticalStretch(1);
     m_tabWidget->setSizePolicy(policy);
 
-    m_messages = new QTextBrowser(m_splitter);
+    m_messages = new XMessagePane(m_splitter);
     m_messages->setObjectName("tbSysInfo");
     m_messages->setFont(QFont("Courier New"));
-    m_messages->setFrameShape(QFrame::NoFrame);
-    m_messages->setWordWrapMode(QTextOption::WrapAnywhere);
-    m_messages->setOpenLinks(false);
-    m_messages->document()->setMaximumBlockCount(keptMessageLines);
-    connect(m_messages, &QTextBrowser::anchorClicked, this, &showFullText);
 
     setCentralWidget(central);
     auto* status = new QStatusBar(this);
@@ -146,38 +136,21 @@ void tavix::printWelcome()
     printText("\n当前windows用户数据文件夹: " + toQString(xstd::XPlatform::userDataDir()));
 }
 
-QTextCursor tavix::messagesEnd()
+QTextBrowser* tavix::messages() const
 {
-    QTextCursor cursor(m_messages->document());
-    if (m_messages->document()->characterCount() > keptMessageCharacters) {
-        cursor.setPosition(keptMessageCharacters / 2, QTextCursor::KeepAnchor);
-        cursor.removeSelectedText();
-    }
-    cursor.movePosition(QTextCursor::End);
-    // A script may print without ever ending a line, and each addition lays the line out anew.
-    if (cursor.positionInBlock() > longestMessageLine)
-        cursor.insertBlock();
-    return cursor;
-}
-
-void tavix::showMessagesEnd()
-{
-    m_messages->moveCursor(QTextCursor::End);
+    m_messages->flush();
+    return m_messages;
 }
 
 void tavix::printText(const QString& text)
 {
-    QTextCursor cursor = messagesEnd();
-    insertPlain(cursor, text);
-    showMessagesEnd();
+    m_messages->addText(text);
 }
 
 void tavix::printError(const QString& html)
 {
-    QTextCursor cursor = messagesEnd();
-    cursor.insertHtml(
+    m_messages->addHtml(
         QString("<br><span style=\"color:%1\">%2</span>").arg(QString("#FF0000"), html));
-    showMessagesEnd();
 }
 
 void tavix::loadStyleSheet()

@@ -13,8 +13,8 @@ class QSplashScreen;
 class QSplitter;
 class QTabWidget;
 class QTextBrowser;
-class QTextCursor;
 class XCellTableView;
+class XMessagePane;
 class XTablePage;
 class tavix;
 
@@ -37,7 +37,8 @@ public:
     explicit tavix(QWidget* parent = nullptr);
     ~tavix() override;
 
-    /// Adds plain text at the end of the message pane. No line feed is added.
+    /// Adds plain text at the end of the message pane, where it shows as soon as the event loop
+    /// runs. No line feed is added.
     void printText(const QString& text);
     /// Adds a red line of HTML at the end of the message pane.
     void printError(const QString& html);
@@ -61,7 +62,8 @@ public:
     QString nextPageName() const;
 
     QTabWidget* tabWidget() const { return m_tabWidget; }
-    QTextBrowser* messages() const { return m_messages; }
+    /// The message pane, with all that was printed.
+    QTextBrowser* messages() const;
     QSplitter* splitter() const { return m_splitter; }
     int currentTabIndex() const;
     /// The page whose tab stands at this index, or is the current one; null when there is none.
@@ -76,15 +78,13 @@ private:
     void buildForm();
     void replacePrintFunctions();
     void printWelcome();
-    QTextCursor messagesEnd();
-    void showMessagesEnd();
     void shareSplitter(int upper, int lower);
     QString filePath(const QString& fileName) const;
 
     KeyWordHint m_keyWordHint;
     xstd::XString m_appPath;
     QTabWidget* m_tabWidget = nullptr;
-    QTextBrowser* m_messages = nullptr;
+    XMessagePane* m_messages = nullptr;
     QSplitter* m_splitter = nullptr;
     std::vector<std::unique_ptr<XTablePage>> m_pages; // in the order of their making
 };

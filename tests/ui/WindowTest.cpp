@@ -67,8 +67,9 @@ TEST_F(Window, ErrorsArePrintedAsARedLine)
     end.movePosition(QTextCursor::End);
     EXPECT_EQ(end.charFormat().foreground().color(), QColor(Qt::red));
     window->printText("\nplain");
-    end.movePosition(QTextCursor::End);
-    EXPECT_NE(end.charFormat().foreground().color(), QColor(Qt::red));
+    QTextCursor plain(window->messages()->document());
+    plain.movePosition(QTextCursor::End);
+    EXPECT_NE(plain.charFormat().foreground().color(), QColor(Qt::red));
 }
 
 TEST_F(Window, TheMessagePaneStaysBounded)
@@ -85,6 +86,18 @@ TEST_F(Window, TheMessagePaneStaysBounded)
     for (int i = 0; i < 700; ++i)
         window->printText(QString(4000, 'x')); // a line that never ends
     EXPECT_LE(window->messages()->document()->characterCount(), 1100000);
+}
+
+TEST_F(Window, AScriptMayPrintInALongLoop)
+{
+    const QString before = window->messages()->toPlainText();
+    enter(0, 0, "for (var i = 0; i < 300000; i += 1) { printLine(i) } 5");
+    EXPECT_EQ(shown(0, 0), "5");
+    QTest::qWait(1); // the event loop shows it, without being asked
+    const QString after = window->findChild<QTextBrowser*>("tbSysInfo")->toPlainText();
+    EXPECT_TRUE(after.endsWith("\n299998\n299999"));
+    EXPECT_FALSE(after.startsWith(before));
+    EXPECT_LE(window->messages()->document()->blockCount(), 2000);
 }
 
 TEST_F(Window, LongResultsAreCutWithTheirLengthAndAWayToSeeAll)
