@@ -2,6 +2,7 @@
 
 #include "LongTexts.h"
 
+#include <QScrollBar>
 #include <QTextDocument>
 
 #include <algorithm>
@@ -31,6 +32,7 @@ XMessagePane::XMessagePane(QWidget* parent) : QTextBrowser(parent)
     m_flushTimer.setSingleShot(true);
     connect(&m_flushTimer, &QTimer::timeout, this, &XMessagePane::flush);
     connect(this, &QTextBrowser::anchorClicked, this, &showFullText);
+    connect(verticalScrollBar(), &QScrollBar::rangeChanged, this, &XMessagePane::followEnd);
 }
 
 void XMessagePane::addText(const QString& text)
@@ -86,6 +88,13 @@ void XMessagePane::flush()
     m_waitingCharacters = 0;
     m_waitingLines = 0;
     moveCursor(QTextCursor::End);
+}
+
+/// A long document is laid out bit by bit, and its end moves down meanwhile.
+void XMessagePane::followEnd(int, int end)
+{
+    if (textCursor().atEnd())
+        verticalScrollBar()->setValue(end);
 }
 
 QTextCursor XMessagePane::endCursor()

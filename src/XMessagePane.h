@@ -30,6 +30,7 @@ private:
     };
 
     void dropWhatIsPushedOut();
+    void followEnd(int start, int end);
     QTextCursor endCursor();
 
     std::deque<Waiting> m_waiting;
