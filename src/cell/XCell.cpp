@@ -293,7 +293,8 @@ void XCell::keepFailure(const xstd::XExceptionItems& failure)
 
 void XCell::setFailure(const xstd::XExceptionItems& failure)
 {
-    setValue(HugeVariant::make<XCellVarError>(cellValueError, failure.toString()));
+    // The running text, which is bounded: a long script must not be kept once more in its failure.
+    setValue(HugeVariant::make<XCellVarError>(cellValueError, failure.what()));
 }
 
 void XCell::showStop(const xstd::XExceptionItems& stop)

@@ -127,7 +127,7 @@ public:
     void calc_();
     /// Shows a stop in place of a run that it kept from beginning.
     void showStop(const xstd::XExceptionItems& stop);
-    /// Makes the failure the cell's value, as an error value with the chain's whole text.
+    /// Makes the failure the cell's value, as an error value with the chain's text.
     void setFailure(const xstd::XExceptionItems& failure);
 
     XCellHold hold() const noexcept { return m_hold; }

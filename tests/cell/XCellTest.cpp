@@ -196,3 +196,14 @@ TEST(CellClosure, DoesNotFindTheReferencesOfALaterText)
     huge::HugeVariant argument(int64_t(1));
     EXPECT_EQ(closure.exec(&argument, 1).toString(), "refError:range is invalid");
 }
+
+TEST(CellFailure, KeepsNoSecondCopyOfALongText)
+{
+    Sheet sheet;
+    const std::string text = "1 / 0 // " + std::string(1000000, 'x');
+    EXPECT_THROW(sheet.set("A1", text.c_str()), xstd::XExceptionItems);
+    EXPECT_EQ(sheet.cell("A1")->text(true), text);
+    const xstd::XString shown = sheet.value("A1");
+    EXPECT_EQ(shown.rfind("valueError: mess: div with zero", 0), 0u);
+    EXPECT_LT(shown.size(), 70000u);
+}
