@@ -5,6 +5,7 @@
 #include "values/unavailable.h"
 
 #include <cstdio>
+#include <functional>
 #include <stdexcept>
 
 namespace huge {
@@ -53,28 +54,28 @@ HugeVariant naturalLogarithm(HugeVariant* args, int argc)
     failFloat();
 }
 
-HugeVariant greatest(HugeVariant* args, int argc)
+/// A copy of the argument that no other one is better than, the first of several.
+template <class IsBetter>
+HugeVariant best(const HugeVariant* args, int argc, IsBetter isBetter)
 {
     if (argc == 0)
         return 0;
-    const HugeVariant* best = args;
+    const HugeVariant* found = args;
     for (int i = 1; i < argc; ++i) {
-        if (args[i] > *best)
-            best = args + i;
+        if (isBetter(args[i], *found))
+            found = args + i;
     }
-    return *best;
+    return *found;
+}
+
+HugeVariant greatest(HugeVariant* args, int argc)
+{
+    return best(args, argc, std::greater<HugeVariant>());
 }
 
 HugeVariant least(HugeVariant* args, int argc)
 {
-    if (argc == 0)
-        return 0;
-    const HugeVariant* best = args;
-    for (int i = 1; i < argc; ++i) {
-        if (args[i] < *best)
-            best = args + i;
-    }
-    return *best;
+    return best(args, argc, std::less<HugeVariant>());
 }
 
 HugeVariant randomInt(HugeVariant*, int)
