@@ -1,7 +1,10 @@
 #include "numbers/HugeInteger.h"
 
 #include "common/XStop.h"
+#include "numbers/numberTheory.h"
 
+#include <algorithm>
+#include <stdexcept>
 #include <utility>
 
 namespace huge {
@@ -76,25 +79,85 @@ HugeInteger combined(int64_t a, const HugeInteger& x, int64_t b, const HugeInteg
     return result;
 }
 
-/// One round on numbers of more than two limbs: as many steps as their leading bits settle, or one
-/// division where they settle none.
+/// The steps for numbers of more than two limbs, x the longer one; b is 0 where their leading bits
+/// settle none, and a division has to.
+EuclidSteps stepsOf(const HugeInteger& x, const HugeInteger& y)
+{
+    if (y.effectiveSize() + 1 < x.effectiveSize() || x < y)
+        return {};
+    const size_t bits = x.bitLength();
+    return settledSteps(leadingBits(x, bits), leadingBits(y, bits));
+}
+
+void take(const EuclidSteps& steps, HugeInteger& x, HugeInteger& y)
+{
+    const size_t n = x.effectiveSize();
+    y.grow_(n);
+    HugeInteger nextX = combined(steps.a, x, steps.b, y, n);
+    y = combined(steps.c, x, steps.d, y, n);
+    x = std::move(nextX);
+}
+
+/// One round on numbers of more than two limbs.
 void shorten(EuclidPair& pair)
 {
-    const size_t bits = pair.x.bitLength();
-    const size_t n = pair.x.effectiveSize();
-    EuclidSteps steps;
-    if (pair.y.effectiveSize() + 1 >= n && pair.x >= pair.y)
-        steps = settledSteps(leadingBits(pair.x, bits), leadingBits(pair.y, bits));
+    const EuclidSteps steps = stepsOf(pair.x, pair.y);
     if (steps.b == 0) {
         pair.divideOnce();
         return;
     }
-    pair.y.grow_(n);
-    HugeInteger x = combined(steps.a, pair.x, steps.b, pair.y, n);
-    pair.y = combined(steps.c, pair.x, steps.d, pair.y, n);
-    pair.x = std::move(x);
+    take(steps, pair.x, pair.y);
     if (steps.odd)
         std::swap(pair.negativeX, pair.negativeY);
+}
+
+[[noreturn]] void failNoInverse()
+{
+    throw std::runtime_error("There is no inverse");
+}
+
+/// The inverse of a modulo m, 0 < a < m. The cofactors' signs alternate, so that their magnitudes
+/// are enough; none is above m.
+Limb inverseModuloLimb(Limb a, Limb m)
+{
+    Limb x = m, y = a, u = 0, v = 1;
+    bool odd = false;
+    while (y != 0) {
+        const Limb q = x / y;
+        x = std::exchange(y, x - q * y);
+        u = std::exchange(v, u + q * v);
+        odd = !odd;
+    }
+    if (x != 1)
+        failNoInverse();
+    return odd ? u : m - u;
+}
+
+/// The inverse of a modulo m, 0 < a < m, by Euclid's algorithm with the factor of a carried along:
+/// x = u * a and y = v * a modulo m. The signs of u and v differ, so that a step's two products
+/// add up and neither is longer than m.
+HugeInteger inverseModulo(const HugeInteger& a, const HugeInteger& m)
+{
+    HugeInteger x = m, y = a, u(0), v(1);
+    while (!y.isZero()) {
+        xstd::XStop::poll();
+        const EuclidSteps steps = x.effectiveSize() > 2 ? stepsOf(x, y) : EuclidSteps();
+        if (steps.b != 0) {
+            take(steps, x, y);
+            HugeInteger nextU = u * steps.a + v * steps.b;
+            v = (u * steps.c + v * steps.d).trim();
+            u = nextU.trim();
+        } else {
+            HugeInteger quotient;
+            HugeInteger::divide(x, y, &quotient, &x);
+            x.swap(y);
+            u -= quotient * v;
+            u.swap(v);
+        }
+    }
+    if (!x.isOne())
+        failNoInverse();
+    return u.isNegative() ? u + m : u;
 }
 
 uint64_t lowLimb(const HugeInteger& x) noexcept
@@ -129,6 +192,24 @@ HugeInteger lcm(const HugeInteger& a, const HugeInteger& b)
 {
     // The division goes first: the product of both may pass the limit where the multiple does not.
     return a / gcd(a, b) * b;
+}
+
+HugeInteger invMod(const HugeInteger& a, const HugeInteger& m)
+{
+    requireModulus(m);
+    if (m.isOne())
+        return HugeInteger(0);
+    HugeInteger x = a.isNegative() || a >= m ? a % m : a;
+    if (x.isNegative())
+        x += m;
+    if (x.isZero())
+        failNoInverse();
+    const size_t size = std::max(x.size(), m.size());
+    HugeInteger inverse =
+        m.effectiveSize() == 1
+            ? HugeInteger::fromUnsigned(inverseModuloLimb(x.limbs()[0], m.limbs()[0]))
+            : inverseModulo(x, m);
+    return std::move(inverse.setSize_(size, true));
 }
 
 } // namespace huge
