@@ -1,7 +1,11 @@
 #include "common/XNumberText.h"
 
+#include "common/XTextForms.h"
+
+#include <charconv>
 #include <cmath>
 #include <cstdlib>
+#include <limits>
 
 namespace xstd {
 
@@ -177,6 +181,55 @@ int64_t XNumberText::toInt64() const
     default:
         return std::llround((static_cast<double>(nInt + nMantissa) * 3.322 + 63) / 64);
     }
+}
+
+bool XNumberText::toInteger(int64_t& value) const
+{
+    if (!mantissa.empty())
+        return false;
+    uint64_t magnitude = 0;
+    const auto shiftIn = [&](int base, int digit) {
+        return !__builtin_mul_overflow(magnitude, uint64_t(base), &magnitude) &&
+               !__builtin_add_overflow(magnitude, uint64_t(digit), &magnitude);
+    };
+    for (const char c : intPart) {
+        if (!shiftIn(radix, hexDigitValue(c)))
+            return false;
+    }
+    // An exponent that strtoull cannot hold is still more than any that a number survives.
+    for (auto zeros = std::strtoull(exponent.c_str(), nullptr, 10); zeros != 0 && magnitude != 0;
+         --zeros) {
+        if (!shiftIn(10, 0))
+            return false;
+    }
+    constexpr uint64_t largest = std::numeric_limits<int64_t>::max();
+    if (magnitude > largest + (negative ? 1 : 0))
+        return false;
+    value = static_cast<int64_t>(negative ? 0 - magnitude : magnitude);
+    return true;
+}
+
+double XNumberText::toDouble() const
+{
+    double value = 0;
+    if (radix == 10) {
+        const XString text =
+            "0" + intPart + "." + mantissa + "0e" + (exponent.empty() ? "0" : exponent);
+        const auto read = std::from_chars(text.data(), text.data() + text.size(), value);
+        if (read.ec == std::errc::result_out_of_range) {
+            const bool large =
+                intPart.find_first_not_of('0') != intPart.npos ||
+                std::strtoull(exponent.c_str(), nullptr, 10) > mantissa.find_first_not_of('0');
+            value = large ? std::numeric_limits<double>::infinity() : 0;
+        }
+    } else {
+        double weight = 1;
+        for (const char c : intPart)
+            value = value * radix + hexDigitValue(c);
+        for (const char c : mantissa)
+            value += (weight /= radix) * hexDigitValue(c);
+    }
+    return negative ? -value : value;
 }
 
 } // namespace xstd

@@ -27,6 +27,11 @@ struct XNumberText {
     /// The precision, in the radix of the literal, as a number if there is one, otherwise the limbs
     /// that the digits need. A precision of too many digits gives the largest number there is.
     int64_t toInt64() const;
+    /// The number as a 64-bit integer; false, and value is left alone, where it has a fraction or
+    /// does not fit. Without digits it is 0.
+    bool toInteger(int64_t& value) const;
+    /// The nearest double; infinite beyond its range.
+    double toDouble() const;
     bool isEmpty() const { return intPart.empty() && mantissa.empty(); }
 };
 
