@@ -42,23 +42,25 @@ HugeInteger randomPrime(int64_t bits);
 /// Primes in rising order with their exponents.
 using FactorTable = std::map<HugeInteger, uint32_t>;
 
-/// A factor of the composite n that is neither 1 nor n.
+/// A factor of the composite n that is neither 1 nor n: by trial division, as a root, by rho or by
+/// elliptic curves. It takes as long as the second greatest prime factor asks for. Throws
+/// std::runtime_error "Only a composite number has a factor".
 HugeInteger pollardFactor(const HugeInteger& n);
 /// Adds the prime factors of the magnitude of n to the table; 0 and 1 have none.
 void factorize(const HugeInteger& n, FactorTable& table);
 FactorTable primeFactors(const HugeInteger& n);
-/// The factorisation as text, "2^3 * 3 * 5"; empty for no factors.
+/// The table as text, "2^3 * 3 * 5"; empty for no factors.
 xstd::XString factorText(const FactorTable& table);
 
-/// Euler's totient of the magnitude of n, from its factors.
+/// Euler's totient of the magnitude of n, from its factors; 0 for 0.
 HugeInteger euler(const HugeInteger& n, const FactorTable& table);
 HugeInteger euler(const HugeInteger& n);
 /// The least positive k with a^k = 1 modulo m, or 0 where a and m are not coprime.
 HugeInteger order(const HugeInteger& m, const HugeInteger& a);
-/// The least primitive root of the prime p, or 0 where there is none.
+/// The least primitive root of p, or 0 where p is not prime.
 HugeInteger primeRoot(const HugeInteger& p);
 
-/// n!, 1 for n below 2.
+/// n!, 1 for n below 2. From 88,771 on it throws the limit's failure at once.
 HugeInteger factorial(const HugeInteger& n);
 
 } // namespace huge

@@ -1,8 +1,10 @@
 #include "numbers/smallPrimes.h"
 
+#include "common/XStop.h"
+
 namespace huge {
 
-SmallPrimes::SmallPrimes() : m_primes(primesBelow(limit))
+SmallPrimes::SmallPrimes(uint32_t limit) : m_primes(primesBelow(limit))
 {
     m_primes.erase(m_primes.begin()); // 2
     Run run{1, 0, 0};
@@ -19,7 +21,13 @@ SmallPrimes::SmallPrimes() : m_primes(primesBelow(limit))
 
 const SmallPrimes& SmallPrimes::table()
 {
-    static const SmallPrimes made;
+    static const SmallPrimes made(4096);
+    return made;
+}
+
+const SmallPrimes& SmallPrimes::longTable()
+{
+    static const SmallPrimes made(1 << 20);
     return made;
 }
 
@@ -30,6 +38,7 @@ std::vector<uint32_t> primesBelow(uint32_t limit)
     for (uint32_t n = 2; n < limit; ++n) {
         if (isComposite[n])
             continue;
+        xstd::XStop::poll();
         primes.push_back(n);
         for (uint64_t multiple = uint64_t(n) * n; multiple < limit; multiple += n)
             isComposite[multiple] = true;
