@@ -1,12 +1,14 @@
 #include "numbers/numberTheory.h"
 
 #include "common/XStop.h"
+#include "common/XTextForms.h"
 #include "numbers/LimbPool.h"
 #include "numbers/ellipticCurves.h"
 #include "numbers/montgomery.h"
 #include "numbers/smallPrimes.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstdint>
 #include <stdexcept>
 #include <utility>
@@ -70,11 +72,23 @@ void takeOutSmallPrimes(HugeInteger& x, FactorTable& table)
         takeOutPrimes(x, SmallPrimes::longTable(), table);
 }
 
+/// A little more than the k-th root of x, by logarithms: Newton's iteration from a start that is
+/// twice too large would take k steps.
+HugeInteger rootFromAbove(const HugeInteger& x, uint32_t k)
+{
+    const size_t bits = x.bitLength();
+    const int64_t low = bits > 64 ? int64_t(bits - 64) : 0;
+    const double log = (double(low) + std::log2((x >> low).asDouble())) / k;
+    const int64_t shift = std::max<int64_t>(0, int64_t(log) - 60);
+    HugeInteger root(int64_t(std::exp2(log - double(shift)) * (1 + 1e-9)) + 2);
+    root.grow_(size_t(shift) / 64 + 2);
+    return root << shift;
+}
+
 /// The whole part of the k-th root of x, by Newton's iteration from above.
 HugeInteger rootOf(const HugeInteger& x, uint32_t k)
 {
-    HugeInteger root;
-    root.setBit_(x.bitLength() / k + 1, true);
+    HugeInteger root = rootFromAbove(x, k);
     for (;;) {
         xstd::XStop::poll();
         const HugeInteger next = (root * int64_t(k - 1) + x / root.pow(int64_t(k - 1))) / k;
@@ -82,6 +96,26 @@ HugeInteger rootOf(const HugeInteger& x, uint32_t k)
             return root;
         root = next.trim();
     }
+}
+
+/// Whether x can be a power with the prime exponent k: modulo a prime q = 1 + 2 j k only one in k
+/// residues is one. It saves nearly all roots.
+bool mayBePower(const HugeInteger& x, int64_t k)
+{
+    LimbScratch quotient(x.size());
+    int tests = k < 8 ? 12 : 4;
+    for (int64_t q = 2 * k + 1; tests != 0; q += 2 * k) {
+        if (!xstd::isSmallPrime(q))
+            continue;
+        xstd::XStop::poll();
+        const HugeInteger rest(int64_t(limbsDivLimb(x.limbs(), x.size(), Limb(q), quotient)));
+        if (rest.isZero())
+            continue;
+        if (!powMod(rest, HugeInteger((q - 1) / k), HugeInteger(q)).isOne())
+            return false;
+        --tests;
+    }
+    return true;
 }
 
 struct PerfectPower {
@@ -94,6 +128,8 @@ PerfectPower perfectPower(const HugeInteger& x)
 {
     const uint32_t most = uint32_t(x.bitLength() / 12); // a factor has 13 bits at least
     for (const uint32_t k : primesBelow(most + 1)) {
+        if (!mayBePower(x, k))
+            continue;
         const HugeInteger root = rootOf(x, k);
         if (root.pow(int64_t(k)) == x)
             return {root, k};
@@ -203,13 +239,14 @@ HugeInteger splitComposite(const HugeInteger& n)
 /// Adds the prime factors of x^exponent; x is above 1 and has no small ones.
 void factorizeRest(const HugeInteger& x, uint32_t exponent, FactorTable& table)
 {
-    if (isPrime(x)) {
-        table[x] += exponent;
-        return;
-    }
+    // First what is cheap: a long number's root is found long before a test of its primality ends.
     const PerfectPower power = perfectPower(x);
     if (power.exponent > 1) {
         factorizeRest(power.root, exponent * power.exponent, table);
+        return;
+    }
+    if (isPrime(x)) {
+        table[x] += exponent;
         return;
     }
     const HugeInteger factor = splitComposite(x);
@@ -221,15 +258,24 @@ void factorizeRest(const HugeInteger& x, uint32_t exponent, FactorTable& table)
 
 HugeInteger pollardFactor(const HugeInteger& n)
 {
-    if (n <= 3 || isPrime(n))
-        throw std::runtime_error("Only a composite number has a factor");
+    const auto fail = [] { throw std::runtime_error("Only a composite number has a factor"); };
+    if (n < 4)
+        fail();
     HugeInteger rest = n.trim();
     FactorTable small;
     takeOutSmallPrimes(rest, small);
-    if (!small.empty())
-        return small.begin()->first;
+    if (!small.empty()) {
+        const HugeInteger& factor = small.begin()->first;
+        if (factor == n)
+            fail();
+        return factor;
+    }
     const PerfectPower power = perfectPower(rest);
-    return power.exponent > 1 ? power.root : splitComposite(rest);
+    if (power.exponent > 1)
+        return power.root;
+    if (isPrime(rest))
+        fail();
+    return splitComposite(rest);
 }
 
 void factorize(const HugeInteger& n, FactorTable& table)

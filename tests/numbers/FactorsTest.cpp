@@ -7,6 +7,7 @@
 
 #include <numeric>
 #include <utility>
+#include <vector>
 
 using namespace huge;
 
@@ -70,6 +71,7 @@ TEST(Factors, AreFoundWithHighExponents)
     const HugeInteger mersenne = number((int64_t(1) << 61) - 1);
     const HugeInteger n = number(10007 * 65537).pow(20) * mersenne.pow(6);
     EXPECT_EQ(factorsOf(n), "10007^20 * 65537^20 * 2305843009213693951^6");
+    EXPECT_EQ(factorsOf(number(4294967291).pow(210)), "4294967291^210");
 }
 
 TEST(Factors, MultiplyBackAndArePrime)
@@ -95,7 +97,8 @@ TEST(Factors, AreAddedToATable)
 
 TEST(OneFactor, DividesACompositeNumberProperly)
 {
-    for (const int64_t n : {4, 6, 9, 15, 49, 16801801, 16850989}) {
+    for (const int64_t n :
+         std::vector<int64_t>{4, 6, 9, 15, 49, 16801801, 16850989, 4294967291 * 2147483647}) {
         const HugeInteger factor = pollardFactor(number(n));
         EXPECT_TRUE(factor > 1 && factor < number(n)) << n;
         EXPECT_EQ(number(n) % factor, 0) << n;
