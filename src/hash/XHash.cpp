@@ -2,10 +2,9 @@
 
 #include "common/XException.h"
 #include "common/XTextForms.h"
-#include "hash/XRipemd160.h"
-#include "hash/XSha256.h"
 
 #include <algorithm>
+#include <ostream>
 
 namespace xstd {
 
@@ -21,6 +20,16 @@ int requireHexDigit(const XString& text, size_t pos, size_t byteIndex)
                 .setExtend("hexString", text)
                 .setExtend("charIndex", uint64_t(byteIndex)));
     return value;
+}
+
+template <class Context>
+typename Context::Digest hashOf(const void* bytes, size_t count) noexcept
+{
+    Context context;
+    context.write(static_cast<const uint8_t*>(bytes), count);
+    typename Context::Digest digest;
+    context.finish(digest);
+    return digest;
 }
 
 } // namespace
@@ -63,29 +72,54 @@ XDigest<N>& XDigest<N>::fromHex_(const XString& text)
 template struct XDigest<20>;
 template struct XDigest<32>;
 
+std::ostream& operator<<(std::ostream& out, const h160& digest)
+{
+    return out << digest.toHex();
+}
+
+std::ostream& operator<<(std::ostream& out, const h256& digest)
+{
+    return out << digest.toHex();
+}
+
 h256 hash256(const uint8_t* bytes, size_t count) noexcept
 {
-    h256 digest;
-    XSha256 context;
-    context.write(bytes, count);
-    context.finish(digest.bytes.data());
-    context.reset();
-    context.write(digest.bytes.data(), digest.bytes.size());
-    context.finish(digest.bytes.data());
-    return digest;
+    return hashOf<XHash256>(bytes, count);
+}
+
+h256 hash256(const uint8_t* first, const uint8_t* last) noexcept
+{
+    return hashOf<XHash256>(first, size_t(last - first));
+}
+
+h256 hash256(const std::vector<uint8_t>& bytes) noexcept
+{
+    return hashOf<XHash256>(bytes.data(), bytes.size());
+}
+
+h256 hash256(const XString& bytes) noexcept
+{
+    return hashOf<XHash256>(bytes.data(), bytes.size());
 }
 
 h160 hash160(const uint8_t* bytes, size_t count) noexcept
 {
-    h256 inner;
-    XSha256 first;
-    first.write(bytes, count);
-    first.finish(inner.bytes.data());
-    h160 digest;
-    XRipemd160 second;
-    second.write(inner.bytes.data(), inner.bytes.size());
-    second.finish(digest.bytes.data());
-    return digest;
+    return hashOf<XHash160>(bytes, count);
+}
+
+h160 hash160(const uint8_t* first, const uint8_t* last) noexcept
+{
+    return hashOf<XHash160>(first, size_t(last - first));
+}
+
+h160 hash160(const std::vector<uint8_t>& bytes) noexcept
+{
+    return hashOf<XHash160>(bytes.data(), bytes.size());
+}
+
+h160 hash160(const XString& bytes) noexcept
+{
+    return hashOf<XHash160>(bytes.data(), bytes.size());
 }
 
 } // namespace xstd

@@ -1,11 +1,14 @@
 #pragma once
 
 #include "common/XString.h"
+#include "hash/XRipemd160.h"
+#include "hash/XSha256.h"
 
 #include <array>
 #include <compare>
 #include <cstddef>
 #include <cstdint>
+#include <iosfwd>
 #include <vector>
 
 namespace xstd {
@@ -34,18 +37,45 @@ using h256 = XDigest<32>;
 extern template struct XDigest<20>;
 extern template struct XDigest<32>;
 
+/// Writes toHex().
+std::ostream& operator<<(std::ostream& out, const h160& digest);
+std::ostream& operator<<(std::ostream& out, const h256& digest);
+
+/// A digest of two stages over bytes that arrive in pieces: the bytes go to SHA-256, and what that
+/// gives goes to the second stage. Used as XSha256 is.
+template <class Second>
+class XTwoStageHash {
+public:
+    using Digest = XDigest<Second::digestSize>;
+
+    void reset() noexcept { m_first.reset(); }
+    void write(const uint8_t* bytes, size_t count) noexcept { m_first.write(bytes, count); }
+    void finish(Digest& out) noexcept
+    {
+        h256 inner;
+        m_first.finish(inner.bytes.data());
+        Second second;
+        second.write(inner.bytes.data(), inner.bytes.size());
+        second.finish(out.bytes.data());
+    }
+
+private:
+    XSha256 m_first;
+};
+
+using XHash160 = XTwoStageHash<XRipemd160>;
+using XHash256 = XTwoStageHash<XSha256>;
+
 /// SHA-256 of the SHA-256 of the bytes.
 h256 hash256(const uint8_t* bytes, size_t count) noexcept;
-inline h256 hash256(const std::vector<uint8_t>& b) noexcept
-{
-    return hash256(b.data(), b.size());
-}
+h256 hash256(const uint8_t* first, const uint8_t* last) noexcept;
+h256 hash256(const std::vector<uint8_t>& bytes) noexcept;
+h256 hash256(const XString& bytes) noexcept;
 
 /// RIPEMD-160 of the SHA-256 of the bytes.
 h160 hash160(const uint8_t* bytes, size_t count) noexcept;
-inline h160 hash160(const std::vector<uint8_t>& b) noexcept
-{
-    return hash160(b.data(), b.size());
-}
+h160 hash160(const uint8_t* first, const uint8_t* last) noexcept;
+h160 hash160(const std::vector<uint8_t>& bytes) noexcept;
+h160 hash160(const XString& bytes) noexcept;
 
 } // namespace xstd

@@ -6,6 +6,8 @@
 
 #include <gtest/gtest.h>
 
+#include <sstream>
+
 namespace {
 
 using xstd::h160;
@@ -67,9 +69,39 @@ TEST(Digests, GiveThePublishedValuesWhateverThePiecesAre)
 TEST(Digests, RunTheirTwoStages)
 {
     // RIPEMD-160 of SHA-256, and SHA-256 of SHA-256, of nothing; read from the last byte on.
-    EXPECT_EQ(xstd::hash160(nullptr, 0).toHex(), "cb9f3b7c6fb1cf2c13a40637c189bdd066a272b4");
-    EXPECT_EQ(xstd::hash256(nullptr, 0).toHex(),
+    EXPECT_EQ(xstd::hash160("").toHex(), "cb9f3b7c6fb1cf2c13a40637c189bdd066a272b4");
+    EXPECT_EQ(xstd::hash256("").toHex(),
               "56944c5d3f98413ef45cf54545538103cc9f298e0575820ad3591376e2e0f65d");
+}
+
+TEST(Digests, TakeBytesInAnyShape)
+{
+    const xstd::XString text = "The quick brown fox";
+    const std::vector<uint8_t> bytes(text.begin(), text.end());
+    const uint8_t* first = bytes.data();
+    const h256 digest = xstd::hash256(text);
+    EXPECT_EQ(xstd::hash256(bytes), digest);
+    EXPECT_EQ(xstd::hash256(first, bytes.size()), digest);
+    EXPECT_EQ(xstd::hash256(first, first + bytes.size()), digest);
+    EXPECT_EQ(xstd::hash160(first, first + bytes.size()), xstd::hash160(text));
+    EXPECT_EQ(xstd::hash160(first, bytes.size()), xstd::hash160(bytes));
+
+    xstd::XHash256 pieces256;
+    xstd::XHash160 pieces160;
+    h256 read256;
+    h160 read160;
+    for (int round = 0; round < 2; ++round) { // a context can be used again
+        pieces256.reset();
+        pieces160.reset();
+        for (const uint8_t& byte : bytes) {
+            pieces256.write(&byte, 1);
+            pieces160.write(&byte, 1);
+        }
+        pieces256.finish(read256);
+        pieces160.finish(read160);
+        EXPECT_EQ(read256, digest);
+        EXPECT_EQ(read160, xstd::hash160(text));
+    }
 }
 
 TEST(DigestText, RunsFromTheLastByteToTheFirst)
@@ -80,6 +112,9 @@ TEST(DigestText, RunsFromTheLastByteToTheFirst)
     EXPECT_EQ(h256().fromHex_(value.toHex()), value);
     EXPECT_EQ(h160().fromHex_("0x01").bytes[0], 1);
     EXPECT_EQ(h160().fromHex_(""), h160());
+    std::ostringstream out;
+    out << h160().fromHex_("0x01");
+    EXPECT_EQ(out.str(), std::string(38, '0') + "01");
     // Digits in front of the value's own are neither read nor checked.
     EXPECT_EQ(h256().fromHex_("zz!!zz" + value.toHex()), value);
 }
