@@ -280,6 +280,7 @@ HugeFloat HugeFloat::productOf(const HugeFloat& a, const HugeFloat& b)
     if (b.isZero())
         return HugeFloat(0, n);
     LimbScratch t(nA + nB);
+    limbsZero(t, nA + nB); // a product is added up in its array
     limbsMul(a.m_limbs, nA, b.m_limbs, nB, t);
     int64_t e = int64_t(a.exponent()) + b.exponent() + 1;
     if (t[nA + nB - 1] >> 63 == 0) {
