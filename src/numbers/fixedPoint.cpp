@@ -1,0 +1,79 @@
+#include "numbers/fixedPoint.h"
+
+#include "common/XStop.h"
+#include "numbers/limbRows.h"
+
+#include <limits>
+
+namespace huge {
+
+namespace {
+
+constexpr size_t pollLimbs = 256;
+
+/// The 64 bits of a from bit position at upwards; what lies outside the n limbs reads as 0.
+Limb bitsAt(const Limb* a, int64_t n, int64_t at) noexcept
+{
+    const int64_t index = at >> 6; // rounds down
+    const unsigned shift = unsigned(at & 63);
+    const Limb low = index >= 0 && index < n ? a[index] : 0;
+    if (shift == 0)
+        return low;
+    const Limb high = index + 1 >= 0 && index + 1 < n ? a[index + 1] : 0;
+    return (low >> shift) | (high << (64 - shift));
+}
+
+} // namespace
+
+void fixedMul(const Limb* a, const Limb* b, size_t w, Limb* r, Limb* area)
+{
+    area[0] = 0;
+    for (size_t i = 0; i < w; ++i) {
+        if (w >= pollLimbs)
+            xstd::XStop::poll();
+        area[i + 1] = rowAddMul(area, a + (w - 1 - i), i + 1, b[i]);
+    }
+    limbsCopy(r, area + 1, w);
+}
+
+void fixedFromFloat(const HugeFloat& x, size_t w, size_t intLimbs, Limb* r) noexcept
+{
+    const size_t total = w + intLimbs;
+    const int64_t n = int64_t(x.limbCount());
+    if (x.isZero()) {
+        limbsZero(r, total);
+        return;
+    }
+    int64_t at = 64 * (n - int64_t(w)) - 1 - x.exponent(); // bit of the mantissa under r's bit 0
+    for (size_t i = 0; i < total; ++i, at += 64)
+        r[i] = bitsAt(x.limbs(), n, at);
+}
+
+HugeFloat floatFromFixed(const Limb* a, size_t count, int64_t shift, bool negative,
+                         size_t limbCount)
+{
+    Limb* block = LimbPool::allocate(limbCount);
+    HugeFloat result = HugeFloat::fromBlock(block);
+    const size_t leading = limbsLeadingZeros(a, count);
+    if (leading == 64 * count) {
+        limbsZero(block, limbCount);
+        return result;
+    }
+    int64_t exponent = shift - 1 - int64_t(leading);
+    int64_t at = 64 * (int64_t(count) - int64_t(limbCount)) - int64_t(leading);
+    const bool roundUp = (bitsAt(a, int64_t(count), at - 64) >> 63) != 0;
+    for (size_t i = 0; i < limbCount; ++i, at += 64)
+        block[i] = bitsAt(a, int64_t(count), at);
+    if (roundUp && limbsInc(block, limbCount) != 0) {
+        block[limbCount - 1] = Limb(1) << 63;
+        ++exponent;
+    }
+    if (exponent < std::numeric_limits<int32_t>::min() ||
+        exponent > std::numeric_limits<int32_t>::max())
+        failFloatExponent();
+    LimbPool::setExponent(block, int32_t(exponent));
+    LimbPool::setNegative(block, negative);
+    return result;
+}
+
+} // namespace huge
