@@ -8,50 +8,13 @@ namespace huge {
 
 namespace {
 
-/// Adds the rectangles of `open` that do not go on in `runs` to `out`, and lets the others grow:
-/// `runs` are the runs of one row, `open` the rectangles that end above it, both from the left.
-void growRuns(std::vector<xstd::XRect>& open, std::vector<xstd::XRect>& runs,
-              xstd::XMergedRects& out)
-{
-    auto run = runs.begin();
-    for (const xstd::XRect& above : open) {
-        while (run != runs.end() && run->left < above.left)
-            ++run;
-        const bool goesOn = run != runs.end() && run->left == above.left &&
-                            run->right == above.right && run->top == above.bottom + 1;
-        if (goesOn)
-            run->top = above.top;
-        else
-            out.add_(above, false);
-    }
-    open.swap(runs);
-    runs.clear();
-}
-
-/// Adds the positions of `cells`, joined to few rectangles first: normalising 100,000 rectangles of
-/// one cell takes longer than running the cells.
 void addPositions(xstd::XMergedRects& out, const std::vector<XCell*>& cells)
 {
-    std::vector<std::pair<int32_t, int32_t>> points;
+    std::vector<xstd::XPoint> points;
     points.reserve(cells.size());
     for (const XCell* cell : cells)
-        points.emplace_back(cell->row(), cell->col());
-    if (!std::is_sorted(points.begin(), points.end()))
-        std::sort(points.begin(), points.end());
-
-    std::vector<xstd::XRect> open;
-    std::vector<xstd::XRect> runs;
-    for (const auto& [row, col] : points) {
-        if (!runs.empty() && runs.back().bottom != row)
-            growRuns(open, runs, out);
-        if (!runs.empty() && runs.back().right >= col - 1)
-            runs.back().right = col;
-        else
-            runs.push_back(xstd::XRect(row, col, row, col));
-    }
-    growRuns(open, runs, out);
-    growRuns(open, runs, out);
-    out.normalize_();
+        points.push_back({cell->row(), cell->col()});
+    out.addPoints_(std::move(points));
 }
 
 bool isEdge(const XCellRange& range)

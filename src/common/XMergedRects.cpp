@@ -68,6 +68,25 @@ void joinAlongColumns(std::vector<XRect>& strips)
     strips = std::move(joined);
 }
 
+/// Adds the rectangles of `open` that do not go on in `runs` to `out`, and lets the others grow:
+/// `runs` are the runs of one row, `open` the rectangles that end above it, both from the left.
+void growRuns(std::vector<XRect>& open, std::vector<XRect>& runs, std::vector<XRect>& out)
+{
+    auto run = runs.begin();
+    for (const XRect& above : open) {
+        while (run != runs.end() && run->left < above.left)
+            ++run;
+        const bool goesOn = run != runs.end() && run->left == above.left &&
+                            run->right == above.right && run->top == above.bottom + 1;
+        if (goesOn)
+            run->top = above.top;
+        else
+            out.push_back(above);
+    }
+    open.swap(runs);
+    runs.clear();
+}
+
 } // namespace
 
 XMergedRects& XMergedRects::add_(const XRect& rect, bool normalize)
@@ -192,6 +211,25 @@ XString XMergedRects::toString(size_t indent) const
     for (const XRect& member : m_rects)
         text += "\n" + blanks + "    " + member.toString();
     return text + "\n" + blanks + "}";
+}
+
+XMergedRects& XMergedRects::addPoints_(std::vector<XPoint> points)
+{
+    if (!std::is_sorted(points.begin(), points.end()))
+        std::sort(points.begin(), points.end());
+    std::vector<XRect> open;
+    std::vector<XRect> runs;
+    for (const auto& [row, col] : points) {
+        if (!runs.empty() && runs.back().bottom != row)
+            growRuns(open, runs, m_rects);
+        if (!runs.empty() && runs.back().right >= col - 1)
+            runs.back().right = std::max(runs.back().right, col);
+        else
+            runs.push_back(XRect(row, col, row, col));
+    }
+    growRuns(open, runs, m_rects);
+    growRuns(open, runs, m_rects);
+    return normalize_();
 }
 
 } // namespace xstd

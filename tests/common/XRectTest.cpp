@@ -178,6 +178,10 @@ TEST(MergedRects, AgreeWithAPlainSetOfCells)
         ASSERT_EQ(cellsOf(a), cells);
         ASSERT_EQ(areaOf(a), static_cast<int64_t>(cells.size()));
 
+        const XMergedRects joined = XMergedRects().addPoints_({cells.rbegin(), cells.rend()});
+        ASSERT_EQ(cellsOf(joined), cells);
+        ASSERT_EQ(areaOf(joined), areaOf(a));
+
         Cells rest = cells;
         Cells shared;
         for (const XPoint& point : cellsOf(b)) {
