@@ -136,6 +136,8 @@ HugeVariant HugeVar::member(const xstd::XString& name, HugeVariant* args, int ar
         return argc >= 1 ? log(args[0]) : ln();
     if (name == "hex")
         return hex(argc >= 1 ? args[0].asInt64() : 0);
+    if (name == "data")
+        return data();
     failUnsupported((name + "()").c_str());
 }
 

@@ -14,12 +14,26 @@ class HugeVariant;
 
 /// The class of a value object, for those who treat some classes on a shorter road. Every class
 /// that other folders add is Other.
-enum class HugeVarClass : uint8_t { Other, Bool, Int, String, Ref, Func, Closure };
+enum class HugeVarClass : uint8_t {
+    Other,
+    Bool,
+    Data,
+    Int,
+    Float,
+    Imag,
+    Mod,
+    Time,
+    String,
+    Ref,
+    Func,
+    Closure,
+    Modeler
+};
 
 /// Type codes, the answers of typeId. Of two operands the one with the higher code does the work.
 enum HugeVarType : int {
     varNull = 0,
-    varBool = 1,
+    varBool = 1, ///< of data too, which stands beside a number as a boolean does
     varInt = 2,
     varFloat = 3,
     varImag = 4,

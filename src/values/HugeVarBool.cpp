@@ -1,7 +1,9 @@
 #include "values/HugeVarBool.h"
 
+#include "numbers/HugeFloat.h"
+#include "numbers/HugeImag.h"
+#include "numbers/HugeMod.h"
 #include "values/HugeVariant.h"
-#include "values/unavailable.h"
 
 namespace huge {
 
@@ -23,11 +25,11 @@ HugeVariant HugeVarBool::asType(int typeCode) const
     case varInt:
         return HugeVariant(asInt64());
     case varFloat:
-        failFloat();
+        return HugeFloat(asInt64());
     case varImag:
-        failComplex();
+        return HugeImag(HugeFloat(asInt64()), HugeFloat(0));
     case varMod:
-        failResidue();
+        return HugeMod(HugeInteger(asInt64()), nullptr);
     case varString:
         return HugeVariant(toString());
     default:

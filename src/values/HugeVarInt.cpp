@@ -1,7 +1,14 @@
 #include "values/HugeVarInt.h"
 
+#include "numbers/HugeFloat.h"
+#include "numbers/HugeImag.h"
+#include "numbers/HugeMod.h"
+#include "numbers/elementary.h"
+#include "numbers/numberTheory.h"
 #include "values/HugeVariant.h"
-#include "values/unavailable.h"
+#include "values/byteForms.h"
+#include "values/operands.h"
+#include "values/realFunctions.h"
 
 #include <stdexcept>
 
@@ -9,30 +16,7 @@ namespace huge {
 
 namespace {
 
-/// An operand as an integer, without copying one that is an integer already.
-class Operand {
-public:
-    explicit Operand(const HugeVariant& value)
-    {
-        const HugeVariant& end = value.final();
-        if (end.holds(HugeVarClass::Int))
-            m_value = &static_cast<const HugeVarInt*>(end.object())->value();
-        else
-            m_converted = end.toInteger();
-    }
-    Operand(const Operand&) = delete;
-    Operand& operator=(const Operand&) = delete;
-
-    const HugeInteger& operator*() const noexcept
-    {
-        return m_value == nullptr ? m_converted : *m_value;
-    }
-    const HugeInteger* operator->() const noexcept { return &**this; }
-
-private:
-    HugeInteger m_converted;
-    const HugeInteger* m_value = nullptr;
-};
+using IntOperand = Operand<HugeVarInt, HugeVarClass::Int, &HugeVariant::toInteger>;
 
 /// Bit operations have no meaning next to a boolean or a null value.
 void requireIntegers(const HugeVariant& a, const HugeVariant& b, const char* failure)
@@ -46,11 +30,7 @@ void requireIntegers(const HugeVariant& a, const HugeVariant& b, const char* fai
 std::vector<uint8_t> HugeVarInt::data() const
 {
     std::vector<uint8_t> bytes;
-    bytes.reserve(m_value.size() * sizeof(Limb));
-    for (size_t i = 0; i < m_value.size(); ++i) {
-        for (size_t shift = 0; shift < limbBits; shift += 8)
-            bytes.push_back(uint8_t(m_value.limbs()[i] >> shift));
-    }
+    appendLimbs(bytes, m_value.limbs(), m_value.size());
     return bytes;
 }
 
@@ -59,21 +39,26 @@ HugeVariant HugeVarInt::member(const xstd::XString& name, HugeVariant* args, int
     if (name == "abs")
         return m_value.abs();
     if (name == "sqrt")
-        return sqrt();
+        return isNegative() ? realSqrt(real()) : m_value.sqrt();
     if (name == "isSquare")
         return isSquare();
     if (name == "size" || name == "prec")
         return int64_t(m_value.size());
     if (name == "inv")
-        return inv();
+        return HugeFloat(1) / real();
+    if (name == "factorial")
+        return factorial(m_value);
+    if (name == "isPrime")
+        return isPrime(m_value);
+    if (name == "euler")
+        return euler(m_value);
+    if (name == "order")
+        return argc == 0 ? HugeVariant(0) : order(m_value, *IntOperand(args[0]));
+    if (name == "primeRoot")
+        return primeRoot(m_value);
+    if (name == "factors")
+        return factorText(primeFactors(m_value));
     return HugeVar::member(name, args, argc);
-}
-
-HugeVariant HugeVarInt::sqrt() const
-{
-    if (isNegative())
-        failComplex();
-    return m_value.sqrt();
 }
 
 bool HugeVarInt::isSquare() const
@@ -82,11 +67,9 @@ bool HugeVarInt::isSquare() const
     return root * root == m_value;
 }
 
-HugeVariant HugeVarInt::inv() const
+HugeFloat HugeVarInt::real() const
 {
-    if (isZero())
-        throw std::runtime_error("div by zero");
-    failFloat();
+    return HugeFloat(m_value);
 }
 
 HugeVariant HugeVarInt::clone() const
@@ -107,11 +90,11 @@ HugeVariant HugeVarInt::asType(int typeCode) const
     case varInt:
         return clone();
     case varFloat:
-        failFloat();
+        return real();
     case varImag:
-        failComplex();
+        return HugeImag(real(), HugeFloat(0));
     case varMod:
-        failResidue();
+        return HugeMod(m_value, nullptr);
     case varString:
         return HugeVariant(toString());
     default:
@@ -126,47 +109,45 @@ HugeVariant HugeVarInt::neg() const
 
 HugeVariant HugeVarInt::shr(const HugeVariant& value) const
 {
-    return m_value >> value.asInt64();
+    return m_value >> shiftCount(value);
 }
 
 HugeVariant HugeVarInt::shl(const HugeVariant& value) const
 {
-    return m_value << value.asInt64();
+    return m_value << shiftCount(value);
 }
 
 HugeVariant HugeVarInt::add(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) + *Operand(b);
+    return *IntOperand(a) + *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::sub(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) - *Operand(b);
+    return *IntOperand(a) - *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::mul(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) * *Operand(b);
+    return *IntOperand(a) * *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::div(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) / *Operand(b);
+    return *IntOperand(a) / *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::per(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) % *Operand(b);
+    return *IntOperand(a) % *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::pow(const HugeVariant& a, const HugeVariant& b) const
 {
-    const Operand base(a);
-    const Operand exponent(b);
-    if (base->isNegative())
-        failComplex();
-    if (exponent->isNegative())
-        failFloat();
+    const IntOperand base(a);
+    const IntOperand exponent(b);
+    if (base->isNegative() || exponent->isNegative())
+        return realPower(HugeFloat(*base), HugeFloat(*exponent));
     return base->pow(*exponent);
 }
 
@@ -178,142 +159,122 @@ HugeVariant HugeVarInt::bitNot() const
 HugeVariant HugeVarInt::bitOr(const HugeVariant& a, const HugeVariant& b) const
 {
     requireIntegers(a, b, "bitOr(|) only for Integer");
-    return *Operand(a) | *Operand(b);
+    return *IntOperand(a) | *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::bitAnd(const HugeVariant& a, const HugeVariant& b) const
 {
     requireIntegers(a, b, "bitAnd(|) only for Integer");
-    return *Operand(a) & *Operand(b);
+    return *IntOperand(a) & *IntOperand(b);
 }
 
 HugeVariant HugeVarInt::bitXor(const HugeVariant& a, const HugeVariant& b) const
 {
     requireIntegers(a, b, "bitXor(|) only for Integer");
-    return *Operand(a) ^ *Operand(b);
+    return *IntOperand(a) ^ *IntOperand(b);
 }
 
-// The functions. An integer result exists where the argument is zero, and only for some of them;
-// the domain is checked where the function has one among the whole numbers.
+// The functions are those of the float with the integer's limbs. Some have an integer as their
+// value at zero.
 
 HugeVariant HugeVarInt::sin() const
 {
-    if (!isZero())
-        failFloat();
-    return 0;
+    return isZero() ? HugeVariant(0) : huge::sin(real());
 }
 
 HugeVariant HugeVarInt::cos() const
 {
-    if (!isZero())
-        failFloat();
-    return 1;
+    return isZero() ? HugeVariant(1) : huge::cos(real());
 }
 
 HugeVariant HugeVarInt::tan() const
 {
-    return sin();
+    return isZero() ? HugeVariant(0) : huge::tan(real());
 }
 
 HugeVariant HugeVarInt::asin() const
 {
-    failFloat();
+    return huge::asin(real());
 }
 
 HugeVariant HugeVarInt::acos() const
 {
-    failFloat();
+    return huge::acos(real());
 }
 
 HugeVariant HugeVarInt::atan() const
 {
-    return sin();
+    return isZero() ? HugeVariant(0) : huge::atan(real());
 }
 
 HugeVariant HugeVarInt::sinh() const
 {
-    failFloat();
+    return huge::sinh(real());
 }
 
 HugeVariant HugeVarInt::cosh() const
 {
-    failFloat();
+    return huge::cosh(real());
 }
 
 HugeVariant HugeVarInt::tanh() const
 {
-    failFloat();
+    return huge::tanh(real());
 }
 
 HugeVariant HugeVarInt::asinh() const
 {
-    failFloat();
+    return huge::asinh(real());
 }
 
 HugeVariant HugeVarInt::acosh() const
 {
-    if (m_value.compare(1) < 0) {
-        throw std::runtime_error("The definition domain of inverse hyperbolic cosine function is "
-                                 "[1, infinite)");
-    }
-    failFloat();
+    return huge::acosh(real());
 }
 
 HugeVariant HugeVarInt::atanh() const
 {
-    if (!isZero()) {
-        throw std::runtime_error("The definition domain of inverse hyperbolic tangent function is "
-                                 "(- 1,1)");
-    }
-    failFloat();
+    return huge::atanh(real());
 }
 
 HugeVariant HugeVarInt::exp() const
 {
-    failFloat();
+    return huge::exp(real());
 }
 
 HugeVariant HugeVarInt::ln() const
 {
-    if (isZero())
-        throw std::runtime_error("Zero can't be log");
-    if (isNegative())
-        failComplex();
-    failFloat();
+    return realLn(real());
 }
 
 HugeVariant HugeVarInt::log(const HugeVariant& base) const
 {
-    if (isNegative() || base.isNegative())
-        failComplex();
-    if (isZero())
-        throw std::runtime_error("Zero can't be log");
-    failFloat();
+    return realLog(real(), base);
 }
 
 bool HugeVarInt::equ(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) == *Operand(b);
+    return *IntOperand(a) == *IntOperand(b);
 }
 
 bool HugeVarInt::greate(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) > *Operand(b);
+    return *IntOperand(a) > *IntOperand(b);
 }
 
 bool HugeVarInt::greate_equ(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) >= *Operand(b);
+    return *IntOperand(a) >= *IntOperand(b);
 }
 
 bool HugeVarInt::less(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) < *Operand(b);
+    return *IntOperand(a) < *IntOperand(b);
 }
 
 bool HugeVarInt::less_equ(const HugeVariant& a, const HugeVariant& b) const
 {
-    return *Operand(a) <= *Operand(b);
+    return *IntOperand(a) <= *IntOperand(b);
 }
 
 xstd::XString HugeVarInt::hex(int64_t bytes) const
@@ -322,11 +283,7 @@ xstd::XString HugeVarInt::hex(int64_t bytes) const
         return "0x0";
     XFormatRule rule;
     rule.radix = 16;
-    xstd::XString text = m_value.fmt(rule);
-    const size_t digits = text.size() - 2; // behind the 0x
-    if (bytes > 0 && uint64_t(bytes) < digits && 2 * size_t(bytes) < digits)
-        text.erase(2, digits - 2 * size_t(bytes));
-    return text;
+    return lastHexDigits(m_value.fmt(rule), bytes);
 }
 
 } // namespace huge

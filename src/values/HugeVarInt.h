@@ -7,8 +7,11 @@
 
 namespace huge {
 
-/// A whole number of any length. Next to a boolean it does the work; what would leave the whole
-/// numbers (negative exponents, most functions) fails rather than give a rounded value.
+class HugeFloat;
+
+/// A whole number of any length. Next to a boolean it does the work; what leaves the whole numbers
+/// (negative exponents, most functions) gives a float, or a complex value where there is no real
+/// one.
 class HugeVarInt final : public HugeVar {
 public:
     explicit HugeVarInt(int64_t value) : HugeVar(HugeVarClass::Int), m_value(value) {}
@@ -78,9 +81,9 @@ public:
     xstd::XString toString() const override { return m_value.toString(); }
 
 private:
-    HugeVariant sqrt() const;
     bool isSquare() const;
-    HugeVariant inv() const;
+    /// The number that the functions calculate with.
+    HugeFloat real() const;
 
     HugeInteger m_value;
 };

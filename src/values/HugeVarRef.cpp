@@ -24,7 +24,8 @@ HugeVariant HugeVarRef::exec(HugeVariant* args, int argc) const
 
 HugeVariant HugeVarRef::member(const xstd::XString& name, HugeVariant* args, int argc) const
 {
-    if (name == "value")
+    // A residue has a member of that name itself.
+    if (name == "value" && !m_target->final().holds(HugeVarClass::Mod))
         return m_target->final();
     return m_target->member(name, args, argc);
 }

@@ -7,7 +7,7 @@ namespace huge {
 /// Another name for a handle, which it does not own and must not outlive. Every operation is the
 /// target's, cloning too: a copy of a reference is a copy of the value. Only the functions from sin
 /// to log, and hex, are not passed on; called as members they reach the target. The member "value"
-/// is the value that the target holds.
+/// is the value that the target holds, for a residue its own member of that name.
 class HugeVarRef final : public HugeVar {
 public:
     explicit HugeVarRef(HugeVariant* target) noexcept : HugeVar(HugeVarClass::Ref), m_target(target)

@@ -2,9 +2,12 @@
 
 #include "common/XStop.h"
 #include "common/XTextForms.h"
+#include "numbers/HugeFloat.h"
+#include "numbers/HugeImag.h"
+#include "numbers/HugeMod.h"
 #include "numbers/XFormatRule.h"
 #include "values/HugeVariant.h"
-#include "values/unavailable.h"
+#include "values/byteForms.h"
 
 #include <algorithm>
 #include <cmath>
@@ -161,17 +164,14 @@ HugeVariant HugeVarString::asType(int typeCode) const
     switch (typeCode) {
     case varBool:
         return HugeVariant(!m_text.empty());
-    case varInt: {
-        HugeInteger value;
-        value.fromText_(m_text);
-        return value;
-    }
+    case varInt:
+        return std::move(HugeInteger().fromText_(m_text));
     case varFloat:
-        failFloat();
+        return HugeFloat::fromText_(m_text);
     case varImag:
-        failComplex();
+        return HugeImag(HugeFloat::fromText_(m_text), HugeFloat(0));
     case varMod:
-        failResidue();
+        return HugeMod(std::move(HugeInteger().fromText_(m_text)), nullptr);
     case varString:
         return clone();
     default:
@@ -286,7 +286,7 @@ xstd::XString HugeVarString::fmt(const XFormatRule& rule) const
         return groupText(rule, xstd::bytesToHex(bytes, m_text.size()));
     case 58:
     case 64:
-        failBaseText();
+        return groupText(rule, baseText(rule.radix, bytes, m_text.size()));
     default:
         return m_text;
     }

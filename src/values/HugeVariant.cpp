@@ -1,10 +1,15 @@
 #include "values/HugeVariant.h"
 
 #include "values/HugeVarBool.h"
+#include "values/HugeVarData.h"
+#include "values/HugeVarFloat.h"
 #include "values/HugeVarFunc.h"
+#include "values/HugeVarImag.h"
 #include "values/HugeVarInt.h"
+#include "values/HugeVarMod.h"
 #include "values/HugeVarRef.h"
 #include "values/HugeVarString.h"
+#include "values/HugeVarTime.h"
 
 #include <stdexcept>
 
@@ -23,6 +28,9 @@ using Comparison = bool (HugeVar::*)(const HugeVariant&, const HugeVariant&) con
 /// The object that carries out an operator of a and b; a is not null.
 const HugeVar& worker(const HugeVariant& a, const HugeVariant& b)
 {
+    // Two of a kind need no codes: this is what most operations are.
+    if (b.holds(a.object()->varClass()) && !b.holds(HugeVarClass::Other))
+        return *a.object();
     return a.typeId() < b.typeId() ? *b.object() : *a.object();
 }
 
@@ -39,6 +47,16 @@ bool compare(const HugeVariant& a, const HugeVariant& b, Comparison comparison)
 [[noreturn]] void failType(const HugeVariant& value, const char* expected)
 {
     throw std::runtime_error(value.typeName() + " is not " + expected);
+}
+
+/// The object behind all references as a T, the class that varClass names.
+template <class T>
+const T& objectAs(const HugeVariant& value, HugeVarClass varClass, const char* expected)
+{
+    const HugeVariant& end = value.final();
+    if (!end.holds(varClass))
+        failType(end, expected);
+    return static_cast<const T&>(*end.object());
 }
 
 XFormatRule withRadix(XFormatRule rule, uint8_t radix)
@@ -69,12 +87,33 @@ HugeVariant::HugeVariant(const HugeInteger& value) : HugeVariant(make<HugeVarInt
 
 HugeVariant::HugeVariant(HugeInteger&& value) : HugeVariant(make<HugeVarInt>(std::move(value))) {}
 
+HugeVariant::HugeVariant(const HugeFloat& value) : HugeVariant(make<HugeVarFloat>(value)) {}
+
+HugeVariant::HugeVariant(HugeFloat&& value) : HugeVariant(make<HugeVarFloat>(std::move(value))) {}
+
+HugeVariant::HugeVariant(const HugeImag& value) : HugeVariant(make<HugeVarImag>(value)) {}
+
+HugeVariant::HugeVariant(HugeImag&& value) : HugeVariant(make<HugeVarImag>(std::move(value))) {}
+
+HugeVariant::HugeVariant(const HugeMod& value) : HugeVariant(make<HugeVarMod>(value)) {}
+
+HugeVariant::HugeVariant(HugeMod&& value) : HugeVariant(make<HugeVarMod>(std::move(value))) {}
+
 HugeVariant::HugeVariant(const xstd::XString& text) : HugeVariant(make<HugeVarString>(text)) {}
 
 HugeVariant::HugeVariant(xstd::XString&& text) : HugeVariant(make<HugeVarString>(std::move(text)))
 {}
 
 HugeVariant::HugeVariant(const char* text) : HugeVariant(xstd::XString(text)) {}
+
+HugeVariant::HugeVariant(const std::vector<uint8_t>& bytes) : HugeVariant(make<HugeVarData>(bytes))
+{}
+
+HugeVariant::HugeVariant(std::vector<uint8_t>&& bytes)
+    : HugeVariant(make<HugeVarData>(std::move(bytes)))
+{}
+
+HugeVariant::HugeVariant(const xstd::XTime& time) : HugeVariant(make<HugeVarTime>(time)) {}
 
 HugeVariant::HugeVariant(HugeFunction function)
     : HugeVariant(make<HugeVarFunc>(std::move(function)))
@@ -94,6 +133,11 @@ HugeVariant HugeVariant::fromInt64(int64_t value)
     return make<HugeVarInt>(value);
 }
 
+HugeVariant HugeVariant::fromDouble(double value)
+{
+    return make<HugeVarFloat>(value);
+}
+
 HugeVar* HugeVariant::cloneObject(const HugeVar& object)
 {
     HugeVariant copy = object.varClass() == HugeVarClass::Int
@@ -107,6 +151,8 @@ void HugeVariant::drop(HugeVar* object) noexcept
     // Numbers and references are most of what comes and goes, and need no virtual call.
     if (object->varClass() == HugeVarClass::Int)
         static_cast<HugeVarInt*>(object)->~HugeVarInt();
+    else if (object->varClass() == HugeVarClass::Float)
+        static_cast<HugeVarFloat*>(object)->~HugeVarFloat();
     else if (object->varClass() != HugeVarClass::Ref)
         object->destroy();
     LimbPool::release(reinterpret_cast<Limb*>(object));
@@ -176,46 +222,71 @@ std::vector<uint8_t> HugeVariant::data() const
 
 bool HugeVariant::asBool() const
 {
-    const HugeVariant& value = final();
-    if (!value.holds(HugeVarClass::Bool))
-        failType(value, "bool");
-    return static_cast<const HugeVarBool*>(value.m_object)->value();
+    return objectAs<HugeVarBool>(*this, HugeVarClass::Bool, "bool").value();
 }
 
 const HugeInteger& HugeVariant::asInt() const
 {
     static const HugeInteger zero(0);
-    const HugeVariant& value = final();
-    if (value.isNull())
-        return zero;
-    if (!value.holds(HugeVarClass::Int))
-        failType(value, "int");
-    return static_cast<const HugeVarInt*>(value.m_object)->value();
+    return isNull() ? zero : objectAs<HugeVarInt>(*this, HugeVarClass::Int, "int").value();
+}
+
+const HugeFloat& HugeVariant::asFloat() const
+{
+    static const HugeFloat zero(0);
+    return isNull() ? zero : objectAs<HugeVarFloat>(*this, HugeVarClass::Float, "float").value();
+}
+
+const HugeImag& HugeVariant::asImag() const
+{
+    static const HugeImag zero{HugeFloat(0), HugeFloat(0)};
+    return isNull() ? zero : objectAs<HugeVarImag>(*this, HugeVarClass::Imag, "imag").value();
+}
+
+const HugeMod& HugeVariant::asMod() const
+{
+    static const HugeMod zero(HugeInteger(0), nullptr);
+    return isNull() ? zero : objectAs<HugeVarMod>(*this, HugeVarClass::Mod, "mod").value();
 }
 
 const xstd::XString& HugeVariant::asStr() const
 {
     static const xstd::XString empty;
-    const HugeVariant& value = final();
-    if (value.isNull())
-        return empty;
-    if (!value.holds(HugeVarClass::String))
-        failType(value, "string");
-    return static_cast<const HugeVarString*>(value.m_object)->text();
+    return isNull() ? empty : objectAs<HugeVarString>(*this, HugeVarClass::String, "string").text();
 }
 
 const HugeFunction& HugeVariant::asFunc() const
 {
-    const HugeVariant& value = final();
-    if (!value.holds(HugeVarClass::Func))
-        failType(value, "functional");
-    return static_cast<const HugeVarFunc*>(value.m_object)->function();
+    return objectAs<HugeVarFunc>(*this, HugeVarClass::Func, "functional").function();
+}
+
+const xstd::XTime& HugeVariant::asTime() const
+{
+    return objectAs<HugeVarTime>(*this, HugeVarClass::Time, "time").value();
 }
 
 HugeInteger HugeVariant::toInteger() const
 {
     const HugeVariant& value = final();
     return value.holds(HugeVarClass::Int) ? value.asInt() : value.asType(varInt).asInt();
+}
+
+HugeFloat HugeVariant::toFloat() const
+{
+    const HugeVariant& value = final();
+    return value.holds(HugeVarClass::Float) ? value.asFloat() : value.asType(varFloat).asFloat();
+}
+
+HugeImag HugeVariant::toImag() const
+{
+    const HugeVariant& value = final();
+    return value.holds(HugeVarClass::Imag) ? value.asImag() : value.asType(varImag).asImag();
+}
+
+HugeMod HugeVariant::toMod() const
+{
+    const HugeVariant& value = final();
+    return value.holds(HugeVarClass::Mod) ? value.asMod() : value.asType(varMod).asMod();
 }
 
 xstd::XString HugeVariant::toXString() const
@@ -228,6 +299,15 @@ HugeFunction HugeVariant::toFunc() const
 {
     const HugeVariant converted = asType(varFunc);
     return converted.isNull() ? HugeFunction() : converted.asFunc();
+}
+
+xstd::XTime HugeVariant::toTime() const
+{
+    const HugeVariant& value = final();
+    if (value.holds(HugeVarClass::Time))
+        return value.asTime();
+    const HugeVariant converted = value.asType(varTime);
+    return converted.isNull() ? xstd::XTime() : converted.asTime();
 }
 
 int64_t HugeVariant::asInt64() const

@@ -9,9 +9,16 @@
 #include <new>
 #include <utility>
 
+namespace xstd {
+struct XTime;
+}
+
 namespace huge {
 
+class HugeFloat;
+class HugeMod;
 class HugeVariant;
+struct HugeImag;
 
 /// What a native function looks like: args[0] is the first of argc arguments.
 using HugeFunction = std::function<HugeVariant(HugeVariant* args, int argc)>;
@@ -36,9 +43,22 @@ public:
     {}
     HugeVariant(const HugeInteger& value);
     HugeVariant(HugeInteger&& value);
+    /// A float of one limb.
+    template <std::floating_point T>
+    HugeVariant(T value) : HugeVariant(fromDouble(double(value)))
+    {}
+    HugeVariant(const HugeFloat& value);
+    HugeVariant(HugeFloat&& value);
+    HugeVariant(const HugeImag& value);
+    HugeVariant(HugeImag&& value);
+    HugeVariant(const HugeMod& value);
+    HugeVariant(HugeMod&& value);
     HugeVariant(const xstd::XString& text);
     HugeVariant(xstd::XString&& text);
     HugeVariant(const char* text);
+    HugeVariant(const std::vector<uint8_t>& bytes);
+    HugeVariant(std::vector<uint8_t>&& bytes);
+    HugeVariant(const xstd::XTime& time);
     HugeVariant(HugeFunction function);
     explicit HugeVariant(const HugeVar& object);
     explicit HugeVariant(HugeVar&& object);
@@ -113,14 +133,22 @@ public:
 
     bool asBool() const;
     const HugeInteger& asInt() const;
+    const HugeFloat& asFloat() const;
+    const HugeImag& asImag() const;
+    const HugeMod& asMod() const;
     const xstd::XString& asStr() const;
     const HugeFunction& asFunc() const;
+    const xstd::XTime& asTime() const;
 
     // Conversions by value; null gives the empty form
 
     HugeInteger toInteger() const;
+    HugeFloat toFloat() const;
+    HugeImag toImag() const;
+    HugeMod toMod() const;
     xstd::XString toXString() const;
     HugeFunction toFunc() const;
+    xstd::XTime toTime() const;
     int64_t asInt64() const;
     double asDouble() const;
     HugeVariant asType(int typeCode) const;
@@ -200,6 +228,7 @@ public:
 private:
     static HugeVariant fromBool(bool value);
     static HugeVariant fromInt64(int64_t value);
+    static HugeVariant fromDouble(double value);
     static HugeVar* cloneObject(const HugeVar& object);
     static void drop(HugeVar* object) noexcept;
     HugeVariant& followRefs() noexcept;

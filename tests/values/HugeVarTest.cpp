@@ -1,4 +1,7 @@
 #include "values/HugeVar.h"
+#include "numbers/HugeFloat.h"
+#include "numbers/HugeImag.h"
+#include "numbers/HugeMod.h"
 #include "values/HugeVarFunc.h"
 #include "values/HugeVarRef.h"
 #include "values/HugeVariant.h"
@@ -107,6 +110,14 @@ TEST(TypedAccess, NamesTheTypeThatIsThere)
     EXPECT_EQ(failureOf([] { HugeVariant("a").asInt(); }), "string is not int");
     EXPECT_EQ(failureOf([] { HugeVariant(true).asStr(); }), "boolean is not string");
     EXPECT_EQ(failureOf([] { HugeVariant(5).asFunc(); }), "HugeInteger is not functional");
+    EXPECT_EQ(failureOf([] { HugeVariant(5).asFloat(); }), "HugeInteger is not float");
+    EXPECT_EQ(failureOf([] { HugeVariant(1.5).asImag(); }), "HugeFloat is not imag");
+    EXPECT_EQ(failureOf([] { HugeVariant(1.5).asMod(); }), "HugeFloat is not mod");
+    EXPECT_EQ(failureOf([] { HugeVariant("a").asTime(); }), "string is not time");
+    EXPECT_EQ(failureOf([] { HugeVariant().asTime(); }), "null is not time");
+    EXPECT_TRUE(HugeVariant().asFloat().isZero());
+    EXPECT_TRUE(HugeVariant().asImag().isZero());
+    EXPECT_TRUE(HugeVariant().asMod().isZero());
     EXPECT_EQ(failureOf([] { HugeVariant().asBool(); }), "null is not bool");
     EXPECT_EQ(failureOf([] { HugeVariant().asFunc(); }), "null is not functional");
     EXPECT_TRUE(HugeVariant().asInt().isZero());
@@ -118,6 +129,12 @@ TEST(Conversions, GoThroughTheValuesOwn)
     EXPECT_EQ(HugeVariant("1'000").toInteger(), HugeInteger(1000));
     EXPECT_EQ(HugeVariant(true).toInteger(), HugeInteger(1));
     EXPECT_TRUE(HugeVariant().toInteger().isZero());
+    EXPECT_EQ(HugeVariant("2.5").toFloat(), HugeFloat(2.5));
+    EXPECT_EQ(HugeVariant(true).toFloat(), HugeFloat(1));
+    EXPECT_EQ(HugeVariant(HugeFunction()).toFloat(), HugeFloat(0));
+    EXPECT_EQ(HugeVariant(2).toImag(), HugeImag(HugeFloat(2), HugeFloat(0)));
+    EXPECT_EQ(HugeVariant(true).toMod().value(), HugeInteger(1));
+    EXPECT_FALSE(HugeVariant(5).toMod().hasModulus());
     EXPECT_EQ(HugeVariant(false).toXString(), "false");
     EXPECT_EQ(HugeVariant(-7).toXString(), "-7");
     EXPECT_EQ(HugeVariant().toXString(), "");
@@ -233,6 +250,10 @@ TEST(References, PassEverythingOnToTheirTarget)
     EXPECT_EQ(failureOf([&] { ref.object()->hex(0); }), "HugeInteger is not suport hex()");
     ref.clear_();
     EXPECT_EQ(value.toString(), "43");
+    value = HugeMod(HugeInteger(10), HugeInteger(7));
+    ref.setRef(value);
+    EXPECT_EQ(ref.member("value", nullptr, 0).typeName(), "HugeInteger");
+    EXPECT_EQ(ref.object()->data().size(), 16u);
 }
 
 TEST(References, NeverCloseARing)
