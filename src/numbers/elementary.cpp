@@ -61,49 +61,50 @@ int64_t takeMultiplesOfLn2(Limb* x, size_t w)
     return count;
 }
 
-/// ln x * b as an exponent, and the power that it tells.
-HugeFloat powByLogarithm(const HugeFloat& a, const HugeFloat& b, size_t n)
-{
-    // The exponent has up to 32 bits above its point: a limb more than what guards the rest.
-    if (b.exponent() < -64 * int64_t(n) - 40) // ln a is below 2^31
-        return oneOn(n);
-    const size_t p = guarded(n, 2);
-    return expOn(lnOn(a, p) * cutTo(b, p), n);
-}
-
 bool isPowerOf2(const HugeFloat& x) noexcept
 {
     const size_t n = x.limbCount();
     return !x.isZero() && limbsTrailingZeros(x.limbs(), n) == 64 * n - 1;
 }
 
-/// Fails before any long work if |a|^exponent leaves the range by more than a rounding.
-void requirePowerInRange(const HugeFloat& a, double exponent)
+/// Fails before any long work if a^b, a positive, leaves the range by more than a rounding.
+void requirePowerInRange(const HugeFloat& a, const HugeFloat& b)
 {
-    constexpr double range = 2147483650.0;
-    if ((std::fabs(double(a.exponent())) + 1) * std::fabs(exponent) < range)
+    const uint64_t bound = uint64_t(std::abs(int64_t(a.exponent()))) + 1; // of |log2 a|
+    if (int64_t(b.exponent()) + 1 + bitLength64(bound) <= 31)
         return;
-    const double bits = lnOn(a.abs(), 1).asDouble() * 1.4426950408889634 * exponent;
-    if (std::fabs(bits) > range)
+    constexpr double range = 2147483650.0;
+    const HugeFloat exponent = lnOn(a, 1) * cutTo(b, 1);
+    if (std::fabs(exponent.asDouble()) * 1.4426950408889634 > range)
         failFloatExponent();
 }
 
-/// |a|^exponent by squaring; exponent has at most 64 bits.
+/// a^b for a positive a.
+HugeFloat powByLogarithm(const HugeFloat& a, const HugeFloat& b, size_t n)
+{
+    if (b.exponent() < -64 * int64_t(n) - 40) // ln a is below 2^31
+        return oneOn(n);
+    // The exponent of e has up to 32 bits above its point: a limb more than what guards the rest.
+    const size_t p = guarded(n, 2);
+    return expOn(lnOn(a, p) * cutTo(b, p), n);
+}
+
+/// a^exponent by squaring, a positive; exponent has at most 64 bits.
 HugeFloat powBySquaring(const HugeFloat& a, const HugeInteger& exponent, size_t n)
 {
     const size_t bits = exponent.bitLength();
     const size_t p = guarded(n, bits <= 32 ? 1 : 2); // each squaring doubles the error
-    const HugeFloat base = cutTo(a.abs(), std::max(p, limbsOf(a)));
+    const HugeFloat base = cutTo(a, p);
     HugeFloat result = base;
     for (size_t i = bits - 1; i-- > 0;) {
         result = result * result;
         if (exponent.testBit(i))
             result = result * base;
     }
-    return exponent.isNegative() ? oneOn(p) / result : result;
+    return (exponent.isNegative() ? oneOn(p) / result : result).resize(n, true);
 }
 
-/// Plus or minus 2^(power * exponent).
+/// 2^(power * exponent).
 HugeFloat powOf2(int32_t power, const HugeInteger& exponent, size_t n)
 {
     if (power == 0)
@@ -299,6 +300,7 @@ HugeFloat pow(const HugeFloat& a, const HugeFloat& b)
     if (a.isZero() && !b.isNegative())
         return zeroOn(n);
     requireLogarithm(a);
+    requirePowerInRange(a, b);
     return powByLogarithm(a, b, n);
 }
 
@@ -312,11 +314,12 @@ HugeFloat powInt(const HugeFloat& a, const HugeInteger& exponent)
     HugeFloat result;
     if (isPowerOf2(a)) {
         result = powOf2(a.exponent(), exponent, n);
-    } else if (exponent.bitLength() <= 64) {
-        requirePowerInRange(a, exponent.asDouble());
-        result = powBySquaring(a, exponent, n).resize(n, true);
     } else {
-        result = powByLogarithm(a.abs(), HugeFloat(exponent), n);
+        const HugeFloat base = a.abs();
+        const HugeFloat b(exponent);
+        requirePowerInRange(base, b);
+        result = exponent.bitLength() <= 64 ? powBySquaring(base, exponent, n)
+                                            : powByLogarithm(base, b, n);
     }
     return std::move(result.setSign(a.isNegative() && !exponent.isEven()));
 }
