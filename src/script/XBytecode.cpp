@@ -3,7 +3,9 @@
 #include "common/XException.h"
 #include "script/XScriptExtendData.h"
 
+#include <algorithm>
 #include <array>
+#include <bit>
 #include <cstdlib>
 #include <cstring>
 #include <stdexcept>
@@ -78,6 +80,45 @@ void appendNumber(std::vector<uint8_t>& bytes, const HugeInteger& value, const i
         bytes.push_back(static_cast<uint8_t>(value.limbs()[i / 8] >> (8 * (i % 8))));
 }
 
+/// Bytes of the mantissa down to its lowest set bit.
+size_t mantissaBytes(const HugeFloat& value)
+{
+    const size_t n = value.limbCount();
+    for (size_t i = 0; i < n; ++i)
+        if (value.limbs()[i] != 0)
+            return (64 * (n - i) - size_t(std::countr_zero(value.limbs()[i])) + 7) / 8;
+    return 0;
+}
+
+void appendFloat(std::vector<uint8_t>& bytes, const HugeFloat& value)
+{
+    const size_t mantissa = mantissaBytes(value);
+    const size_t length = mantissa + numberHeader;
+    requireLength(length, "The real literal is too long, its operand holds at most 65535 bytes");
+    append(bytes, length, 2);
+    append(bytes, value.headerWord(), numberHeader);
+    for (size_t i = 8 * value.limbCount() - mantissa; i < 8 * value.limbCount(); ++i)
+        bytes.push_back(static_cast<uint8_t>(value.limbs()[i / 8] >> (8 * (i % 8))));
+}
+
+/// The number of a real or imaginary literal; null for every other record.
+const HugeFloat* floatOf(const prog_od::Value& value)
+{
+    if (const auto* real = std::get_if<od_float>(&value))
+        return &real->value;
+    const auto* imaginary = std::get_if<od_imag>(&value);
+    return imaginary == nullptr ? nullptr : &imaginary->value;
+}
+
+uint64_t headerOf(const uint8_t* bytes, size_t length)
+{
+    if (length < numberHeader)
+        throw std::runtime_error("The number of an operand is cut off");
+    uint64_t header = 0;
+    std::memcpy(&header, bytes, numberHeader);
+    return header;
+}
+
 } // namespace
 
 const char* xopName(uint8_t op) noexcept
@@ -108,6 +149,16 @@ void appendPayload(std::vector<uint8_t>& bytes, const od_modint& od)
 void appendPayload(std::vector<uint8_t>& bytes, const od_offset& od)
 {
     append(bytes, static_cast<uint32_t>(od.value), 4);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_float& od)
+{
+    appendFloat(bytes, od.value);
+}
+
+void appendPayload(std::vector<uint8_t>& bytes, const od_imag& od)
+{
+    appendFloat(bytes, od.value);
 }
 
 void appendPayload(std::vector<uint8_t>& bytes, const od_str& od)
@@ -152,17 +203,27 @@ void appendPayload(std::vector<uint8_t>& bytes, const od_closure& od)
 
 HugeInteger integerFromPayload(const uint8_t* bytes, size_t length)
 {
-    if (length < numberHeader)
-        throw std::runtime_error("The number of an operand is cut off");
-    uint64_t header = 0;
-    std::memcpy(&header, bytes, numberHeader);
-    return HugeInteger::fromHeaderAndBytes(header, bytes + numberHeader, length - numberHeader);
+    return HugeInteger::fromHeaderAndBytes(headerOf(bytes, length), bytes + numberHeader,
+                                           length - numberHeader);
+}
+
+HugeFloat floatFromPayload(const uint8_t* bytes, size_t length)
+{
+    const uint64_t header = headerOf(bytes, length);
+    const size_t stored = length - numberHeader;
+    const size_t limbs = header & 0xffff;
+    if (limbs >= LimbPool::limit)
+        LimbPool::failLimit();
+    if (stored > 8 * limbs)
+        throw std::runtime_error("A float's bytes don't fill its block");
+    std::vector<uint8_t> mantissa(8 * limbs);
+    std::copy_n(bytes + numberHeader, stored, mantissa.end() - std::ptrdiff_t(stored));
+    return HugeFloat::fromHeaderAndBytes(header, mantissa.data(), mantissa.size());
 }
 
 void prog_od::requireKnownType() const
 {
-    const bool known = (type <= OD_AX && type != OD_FLOAT && type != OD_IMAG);
-    if (!known)
+    if (type > OD_AX)
         throw xstd::XExceptionItems().add(
             xstd::XExceptionItem(X_HERE, "scriptBuilder")
                 .setMess("Unknow prog_od data type")
@@ -195,6 +256,8 @@ int64_t prog_od::asInt64() const
                                  [](const od_int& od) { return od.value.asInt64(); },
                                  [](const od_modint& od) { return int64_t{od.modIdx}; },
                                  [](const od_offset& od) { return int64_t{od.value}; },
+                                 [](const od_float& od) { return od.value.asInt64(); },
+                                 [](const od_imag& od) { return od.value.asInt64(); },
                                  [](const od_str& od) {
                                      return int64_t{std::strtoll(od.value.c_str(), nullptr, 10)};
                                  },
@@ -208,6 +271,8 @@ double prog_od::asDouble() const
 {
     if (const auto* number = std::get_if<od_int>(&value))
         return number->value.asDouble();
+    if (const HugeFloat* number = floatOf(value))
+        return number->asDouble();
     if (const auto* text = std::get_if<od_str>(&value))
         return std::strtod(text->value.c_str(), nullptr);
     return static_cast<double>(asInt64());
@@ -217,6 +282,8 @@ bool prog_od::asBool() const
 {
     if (const auto* number = std::get_if<od_int>(&value))
         return !number->value.isZero();
+    if (const HugeFloat* number = floatOf(value))
+        return !number->isZero();
     if (const auto* text = std::get_if<od_str>(&value))
         return !text->value.empty();
     return asInt64() != 0;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "common/XString.h"
+#include "numbers/HugeFloat.h"
 #include "numbers/HugeInteger.h"
 
 #include <cstdint>
@@ -111,6 +112,15 @@ struct od_offset {
     int32_t value = 0;
 };
 
+struct od_float {
+    HugeFloat value;
+};
+
+/// An imaginary literal: the number in front of the i.
+struct od_imag {
+    HugeFloat value;
+};
+
 struct od_str {
     xstd::XString value;
 };
@@ -148,8 +158,9 @@ struct od_extend {
 /// One operand in memory. value holds the record that belongs to type, nothing for OD_NULL and
 /// OD_AX.
 struct prog_od {
-    using Value = std::variant<std::monostate, od_bool, od_int, od_modint, od_offset, od_str,
-                               od_extend, od_stackvar, od_stack, od_closurevar, od_closure>;
+    using Value =
+        std::variant<std::monostate, od_bool, od_int, od_modint, od_offset, od_float, od_imag,
+                     od_str, od_extend, od_stackvar, od_stack, od_closurevar, od_closure>;
 
     xod_type type = OD_NULL;
     xstd::XString text;  ///< the source text of the operand, "" without debug information
@@ -181,6 +192,8 @@ void appendPayload(std::vector<uint8_t>& bytes, const od_bool& od);
 void appendPayload(std::vector<uint8_t>& bytes, const od_int& od);
 void appendPayload(std::vector<uint8_t>& bytes, const od_modint& od);
 void appendPayload(std::vector<uint8_t>& bytes, const od_offset& od);
+void appendPayload(std::vector<uint8_t>& bytes, const od_float& od);
+void appendPayload(std::vector<uint8_t>& bytes, const od_imag& od);
 void appendPayload(std::vector<uint8_t>& bytes, const od_str& od);
 void appendPayload(std::vector<uint8_t>& bytes, const XScriptExtendData& data);
 void appendPayload(std::vector<uint8_t>& bytes, const od_stackvar& od);
@@ -192,5 +205,10 @@ void appendPayload(std::vector<uint8_t>& bytes, const od_closure& od);
 /// are not stored read as 0. std::runtime_error when the bytes are fewer
 /// than a header or more than its limbs.
 HugeInteger integerFromPayload(const uint8_t* bytes, size_t length);
+
+/// The number inside an OD_FLOAT or OD_IMAG payload: length bytes of number header and the high
+/// bytes of the mantissa. Low bytes that are not stored read as 0. Fails as integerFromPayload
+/// does, and for a mantissa whose top bit is clear.
+HugeFloat floatFromPayload(const uint8_t* bytes, size_t length);
 
 } // namespace huge

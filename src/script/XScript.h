@@ -168,7 +168,6 @@ private:
     void leaveFrame(XCStoken& data, size_t mark);
     XCStoken getData(XCStoken& nextTok);
     XCStoken getLabelData(const XCStoken& label, XCStoken& nextTok);
-    void settleLiteral(XCStoken& literal) const;
     int32_t getParams(const XCStoken& open, XCStoken& nextTok);
     XCStoken compileModular();
     int16_t compileModulus();

@@ -178,6 +178,10 @@ void XScriptBuilder::writeTok(XDebugInfo* debug, const XCStoken& token, int32_t 
         return writeInt({integerOf(token)}, at);
     case TK_MODINT:
         return writeModint({token.modIdx, integerOf(token)}, at);
+    case TK_FLOAT:
+        return writeFloat({HugeFloat::fromText_(token.text)}, at);
+    case TK_IMAG:
+        return writeImag({HugeFloat::fromText_(token.text)}, at);
     case TK_STRING:
         return writeStr({token.text}, at);
     case TK_EXTEND:
@@ -296,6 +300,24 @@ od_offset XScriptBuilder::readOffset(int32_t at)
     return reader.done(od_offset{value});
 }
 
+HugeFloat XScriptBuilder::readNumber(xod_type tag, int32_t at)
+{
+    Reader reader(*this, tag, at);
+    const size_t length = reader.index();
+    const uint8_t* bytes = reader.take(length);
+    return reader.done(floatFromPayload(bytes, length));
+}
+
+od_float XScriptBuilder::readFloat(int32_t at)
+{
+    return {readNumber(OD_FLOAT, at)};
+}
+
+od_imag XScriptBuilder::readImag(int32_t at)
+{
+    return {readNumber(OD_IMAG, at)};
+}
+
 od_str XScriptBuilder::readStr(int32_t at)
 {
     Reader reader(*this, OD_STR, at);
@@ -377,6 +399,12 @@ prog_od XScriptBuilder::readOperand(const XDebugInfo* debug)
     }
     case OD_OFFSET:
         od.value = readOffset();
+        break;
+    case OD_FLOAT:
+        od.value = readFloat();
+        break;
+    case OD_IMAG:
+        od.value = readImag();
         break;
     case OD_STR:
         od.value = readStr();

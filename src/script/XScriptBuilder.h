@@ -53,7 +53,7 @@ public:
     void writeOp(XDebugInfo* debug, int32_t line, const xstd::XString& text, int32_t at = -1);
 
     /// Writes the token as an operand of its kind. Fails with "Unrecognized token!" for a kind that
-    /// is no operand, and as HugeInteger does for a number that is too large.
+    /// is no operand, and as the numbers do for one that is too large.
     void writeTok(XDebugInfo* debug, const XCStoken& token, int32_t at = -1);
 
     void writeBool(const od_bool& od, int32_t at = -1) { writeOperand(OD_BOOL, od, at); }
@@ -63,6 +63,8 @@ public:
     {
         writeOperand(OD_OFFSET, od_offset{offset}, at);
     }
+    void writeFloat(const od_float& od, int32_t at = -1) { writeOperand(OD_FLOAT, od, at); }
+    void writeImag(const od_imag& od, int32_t at = -1) { writeOperand(OD_IMAG, od, at); }
     void writeStr(const od_str& od, int32_t at = -1) { writeOperand(OD_STR, od, at); }
     void writeExtend(const od_extend& od, int32_t at = -1);
     void writeStackVar(uint16_t idx, int32_t at = -1)
@@ -87,6 +89,8 @@ public:
     od_int readInt(int32_t at = -1);
     od_modint readModint(int32_t at = -1);
     od_offset readOffset(int32_t at = -1);
+    od_float readFloat(int32_t at = -1);
+    od_imag readImag(int32_t at = -1);
     od_str readStr(int32_t at = -1);
     od_extend readExtend(int32_t at = -1);
     od_stackvar readStackVar(int32_t at = -1);
@@ -107,6 +111,7 @@ private:
     void writeScratch(int32_t at) { write(m_scratch.data(), m_scratch.size(), at); }
     void noteLine(XDebugInfo* debug, int32_t line, int32_t at);
     int32_t place(int32_t at) const noexcept { return at < 0 ? pos() : at; }
+    HugeFloat readNumber(xod_type tag, int32_t at);
     uint16_t readIndex(xod_type tag, int32_t at);
 
     std::vector<uint8_t>* m_prog;

@@ -6,14 +6,16 @@
 
 namespace huge {
 
-/// A function of the language under its name.
+/// A function or constant of the language under its name.
 struct ScriptBuiltin {
     const char* name;
-    HugeFunction function;
+    HugeVariant value;
 };
 
-/// All functions of the language. None changes its arguments; extra arguments are ignored. Those
-/// whose result would be a float or a complex number fail as the operation on the value does.
+/// All functions and constants of the language. No function changes its arguments; extra arguments
+/// are ignored where nothing else is told. They fail as the operations on the values do; a count of
+/// limbs below 1 throws std::runtime_error "The precision must be at least 1", one beyond the limit
+/// its text.
 const std::vector<ScriptBuiltin>& scriptBuiltins();
 
 } // namespace huge

@@ -18,7 +18,7 @@ void XScriptEnv_base::initVars()
     if (!table().empty())
         return;
     for (const ScriptBuiltin& builtin : scriptBuiltins())
-        table().emplace(builtin.name, HugeVariant(builtin.function));
+        table().emplace(builtin.name, builtin.value);
 }
 
 void XScriptEnv_base::resolve(HugeVariant& out, const XScriptExtendData& data)

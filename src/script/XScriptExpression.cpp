@@ -263,16 +263,9 @@ XCStoken XScript_base::getData(XCStoken& nextTok)
     else if (tok.kind == TK_OPERATOR)
         throw tokenError(X_HERE, "here should be a operator data", tok);
     else
-        settleLiteral(tok);
+        giveModulus(tok);
     nextTok = nextToken();
     return tok;
-}
-
-void XScript_base::settleLiteral(XCStoken& literal) const
-{
-    giveModulus(literal);
-    if (literal.kind == TK_FLOAT || literal.kind == TK_IMAG)
-        throw tokenError(X_HERE, "Real and imaginary literals are not available", literal);
 }
 
 XCStoken XScript_base::getLabelData(const XCStoken& label, XCStoken& nextTok)

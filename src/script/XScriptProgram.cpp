@@ -1,10 +1,11 @@
 #include "script/XScriptProgram.h"
 
-#include "values/unavailable.h"
+#include "numbers/HugeImag.h"
 
 #include <algorithm>
 #include <exception>
 #include <limits>
+#include <string_view>
 
 namespace huge {
 
@@ -13,7 +14,6 @@ namespace {
 /// Thrown while one instruction is decoded; never leaves the decoder.
 struct DecodeFault {
     xstd::XString mess;
-    bool isValue = false;
 };
 
 const char* operandFailure(uint8_t tag)
@@ -46,16 +46,6 @@ const char* operandFailure(uint8_t tag)
     default:
         return "This is not a OD_AX operand!";
     }
-}
-
-xstd::XString valueFailure(void (*fail)())
-{
-    try {
-        fail();
-    } catch (const std::exception& failure) {
-        return failure.what();
-    }
-    return {};
 }
 
 /// How many operands of any kind an instruction begins with.
@@ -213,20 +203,17 @@ private:
         XInstruction in;
         in.op = m_code[m_pos++];
         bool goesOn = true;
-        m_valueFailure.clear();
         try {
             if (in.op > OP_RETURN) {
-                fault(in, {{}, uint32_t(m_pos), false, true, m_code[m_pos - 1]});
+                fault(in, {{}, uint32_t(m_pos), true, m_code[m_pos - 1]});
                 goesOn = false;
             } else {
                 decodeOperands(in);
             }
         } catch (const DecodeFault& failure) {
-            fault(in, {failure.mess, uint32_t(m_pos), false, false, 0});
+            fault(in, {failure.mess, uint32_t(m_pos), false, 0});
             goesOn = false;
         }
-        if (goesOn && !m_valueFailure.empty())
-            fault(in, {m_valueFailure, uint32_t(m_pos), true, false, 0});
         in.end = uint32_t(m_pos);
         add(in);
         return goesOn;
@@ -243,7 +230,7 @@ private:
         case OP_INVOKE: {
             in.bKind = XOperandKind::Literal;
             expect(OD_STR);
-            in.b.literal = literal(xstd::XString(block()));
+            in.b.literal = literal(xstd::XString(std::string(block())));
             in.number = count();
             break;
         }
@@ -281,22 +268,23 @@ private:
             value.literal = literal(bytes(1)[0] != 0);
             break;
         case OD_INT:
-            value.literal = literal(integer());
+            value.literal = literal(number(&integerFromPayload, block()));
             break;
         case OD_OFFSET:
             value.literal = literal(int64_t(int32_t(read32(m_tag))));
             break;
         case OD_STR:
-            value.literal = literal(xstd::XString(block()));
+            value.literal = literal(xstd::XString(std::string(block())));
             break;
         case OD_MODINT:
-            skipNumber(&failResidue);
+            kind = XOperandKind::Residue;
+            value.residue = residue();
             break;
         case OD_FLOAT:
-            skipNumber(&failFloat);
+            value.literal = literal(number(&floatFromPayload, block()));
             break;
         case OD_IMAG:
-            skipNumber(&failComplex);
+            value.literal = literal(HugeImag(HugeFloat(0), number(&floatFromPayload, block())));
             break;
         case OD_STACKVAR:
         case OD_STACK:
@@ -321,29 +309,32 @@ private:
             value.index = read16(m_tag);
     }
 
-    /// Numbers of kinds that nobody calculates with: the instruction fails when it is reached.
-    void skipNumber(void (*fail)())
+    template <class Number>
+    Number number(Number (*read)(const uint8_t*, size_t), std::string_view payload)
     {
-        block();
-        m_valueFailure = valueFailure(fail);
+        try {
+            return read(reinterpret_cast<const uint8_t*>(payload.data()), payload.size());
+        } catch (const std::exception&) {
+            throw DecodeFault{operandFailure(m_tag)};
+        }
     }
 
-    HugeInteger integer()
+    const XResidueRecord* residue()
     {
-        const std::string payload = block();
-        try {
-            return integerFromPayload(reinterpret_cast<const uint8_t*>(payload.data()),
-                                      payload.size());
-        } catch (const std::exception&) {
-            throw DecodeFault{operandFailure(OD_INT)};
-        }
+        const size_t length = read16(m_tag);
+        const uint16_t slot = read16(m_tag);
+        if (length < 2 || slot > uint16_t(std::numeric_limits<int16_t>::max()))
+            throw DecodeFault{operandFailure(m_tag)};
+        const auto* first = reinterpret_cast<const char*>(bytes(length - 2));
+        return &m_program.m_residues.emplace_front(
+            XResidueRecord{slot, number(&integerFromPayload, {first, length - 2})});
     }
 
     /// An integer operand that counts slots.
     int32_t count()
     {
         expect(OD_INT);
-        const HugeInteger value = integer();
+        const HugeInteger value = number(&integerFromPayload, block());
         const int64_t limit = std::numeric_limits<uint16_t>::max();
         if (value.compare(0) < 0)
             return 0;
@@ -352,7 +343,7 @@ private:
 
     const XScriptExtendData* extend()
     {
-        const std::string payload = block();
+        const std::string_view payload = block();
         return &m_program.m_extends.emplace_front(
             std::vector<uint8_t>(payload.begin(), payload.end()));
     }
@@ -401,11 +392,10 @@ private:
         const uint32_t low = read16(tag);
         return low | uint32_t(read16(tag)) << 16;
     }
-    std::string block()
+    std::string_view block()
     {
         const size_t length = read16(m_tag);
-        const uint8_t* first = bytes(length);
-        return std::string(first, first + length);
+        return {reinterpret_cast<const char*>(bytes(length)), length};
     }
 
     void add(const XInstruction& in) { m_program.m_instructions.push_back(in); }
@@ -459,7 +449,7 @@ private:
         if (found != m_starts.end() && *found == offset)
             return uint32_t(found - m_starts.begin());
         XInstruction in;
-        fault(in, {{}, offset + 1, false, true, m_code[offset]});
+        fault(in, {{}, offset + 1, true, m_code[offset]});
         in.end = offset + 1;
         add(in);
         return uint32_t(m_program.m_instructions.size() - 1);
@@ -469,7 +459,6 @@ private:
     const std::vector<uint8_t>& m_code;
     size_t m_pos;
     uint8_t m_tag = 0;
-    xstd::XString m_valueFailure;   ///< of the instruction in hand
     std::vector<uint32_t> m_starts; ///< where each instruction begins, rising
     std::vector<size_t> m_jumps;    ///< instructions whose number is still an offset
 };

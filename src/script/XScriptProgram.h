@@ -17,6 +17,7 @@ enum class XOperandKind : uint8_t {
     Slot,       ///< a slot of the frame
     Ax,         ///< the accumulator
     Literal,    ///< a value that was built when the program was decoded
+    Residue,    ///< an integer, modulo what a slot of the frame holds
     ClosureVar, ///< a captured variable of the running closure
     Extend,     ///< a name for the environment
     Closure     ///< a new closure
@@ -28,10 +29,17 @@ struct XClosureRecord {
     od_closure operand; ///< as it stands in the image
 };
 
+/// An integer literal of a modulus scope.
+struct XResidueRecord {
+    uint32_t modulusSlot = 0;
+    HugeInteger value;
+};
+
 /// What an operand points at, by its kind.
 union XOperandValue {
     uint32_t index; ///< Slot, ClosureVar
     const HugeVariant* literal;
+    const XResidueRecord* residue;
     const XScriptExtendData* extend;
     const XClosureRecord* closure;
 };
@@ -62,7 +70,6 @@ enum xop_inner : uint8_t {
 struct XProgramFault {
     xstd::XString mess;
     uint32_t pos = 0;      ///< where reading the image ended
-    bool isValue = false;  ///< a number that cannot be calculated with, not a damaged image
     bool isOpcode = false; ///< the byte before pos is no instruction
     uint8_t opcode = 0;
 };
@@ -104,6 +111,7 @@ private:
     // Filled by decode. Lists, because instructions point into them, and most programs are short.
     mutable std::vector<XInstruction> m_instructions;
     mutable std::forward_list<HugeVariant> m_literals;
+    mutable std::forward_list<XResidueRecord> m_residues;
     mutable std::forward_list<XScriptExtendData> m_extends;
     mutable std::forward_list<XClosureRecord> m_closures;
     mutable std::vector<XProgramFault> m_faults;

@@ -1,7 +1,9 @@
 #include "script/XScriptRunner.h"
 
+#include "numbers/HugeMod.h"
 #include "script/XScriptEnvBase.h"
 #include "script/stackRoom.h"
+#include "values/HugeVarModeler.h"
 
 #include <stdexcept>
 
@@ -113,9 +115,21 @@ HugeVariant* XScriptRunner::rareOperand(XOperandKind kind, XOperandValue value, 
     m_tempsUsed = true;
     if (kind == XOperandKind::Extend)
         env().resolve(temp, *value.extend);
+    else if (kind == XOperandKind::Residue)
+        makeResidue(temp, *value.residue);
     else if (kind == XOperandKind::Closure)
         makeClosure(temp, *value.closure);
     return &temp.final();
+}
+
+void XScriptRunner::makeResidue(HugeVariant& out, const XResidueRecord& record)
+{
+    const HugeVariant& modulus = m_frame.stack.at(record.modulusSlot).final();
+    if (!modulus.holds(HugeVarClass::Modeler)) // no compiler writes that
+        throw xstd::XExceptionItems().add(
+            item(X_HERE, "This is not a OD_MODINT operand!", current()));
+    out.replace_(HugeVariant(
+        HugeMod(record.value, static_cast<const HugeVarModeler*>(modulus.object())->value())));
 }
 
 void XScriptRunner::makeClosure(HugeVariant& out, const XClosureRecord& record)
@@ -134,8 +148,6 @@ void XScriptRunner::makeClosure(HugeVariant& out, const XClosureRecord& record)
 void XScriptRunner::failFault(const XInstruction& in) const
 {
     const XProgramFault& fault = program().fault(in.number);
-    if (fault.isValue)
-        throw std::runtime_error(fault.mess);
     if (!fault.isOpcode)
         throw xstd::XExceptionItems().add(item(X_HERE, fault.mess, in));
     const xstd::XString number = xstd::format("%d", int(fault.opcode));

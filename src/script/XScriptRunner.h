@@ -67,6 +67,7 @@ private:
     HugeVariant* operandB(const XInstruction& in);
     HugeVariant* target(const XInstruction& in);
     bool isReference(XOperandKind kind, const HugeVariant* operand, int index) const noexcept;
+    void makeResidue(HugeVariant& out, const XResidueRecord& record);
     void makeClosure(HugeVariant& out, const XClosureRecord& record);
 
     void setAx(HugeVariant&& value) noexcept;
@@ -74,6 +75,7 @@ private:
     void setAxBool(bool value);
     void setAxInt(int64_t value);
     void runMov(const XInstruction& in);
+    void runModeler(const XInstruction& in);
     void runRef(const XInstruction& in);
     void runPush(const XInstruction& in);
     void returnSlot(const XInstruction& in);

@@ -3,8 +3,8 @@
 #include "common/XStop.h"
 #include "values/HugeVarBool.h"
 #include "values/HugeVarInt.h"
+#include "values/HugeVarModeler.h"
 #include "values/HugeVarRef.h"
-#include "values/unavailable.h"
 
 #include <stdexcept>
 
@@ -237,6 +237,15 @@ void XScriptRunner::runRef(const XInstruction& in)
     m_frame.stack.bind(*named, *source);
 }
 
+/// MODELER a, b: a holds b as the modulus of a scope. All residues of the scope share it.
+void XScriptRunner::runModeler(const XInstruction& in)
+{
+    HugeVariant* slot = target(in);
+    HugeInteger modulus = operandB(in)->toInteger();
+    assign(in, *slot,
+           HugeVariant::make<HugeVarModeler>(std::make_shared<HugeInteger>(std::move(modulus))));
+}
+
 [[gnu::always_inline]] inline void XScriptRunner::runPush(const XInstruction& in)
 {
     HugeVariant* value = operandA(in);
@@ -449,7 +458,8 @@ void XScriptRunner::loop()
             calculate(in, [](V a, V b) { return a % b; });
             break;
         case OP_MODELER:
-            failResidue();
+            runModeler(in);
+            break;
         case OP_PUSH_NULL:
             m_frame.stack.push_null();
             break;

@@ -78,6 +78,31 @@ std::vector<OperandCase> operandCases()
          {3, 11, 0, 3, 0, 1, 0, 0, 0, 0, 0, 0, 0, 5},
          OD_MODINT,
          3},
+        {"float of one bit", // 1: header, and the top byte of its mantissa
+         [](auto& b) { b.writeFloat({HugeFloat(1)}); },
+         {5, 9, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0x80},
+         OD_FLOAT,
+         1},
+        {"float with an exponent",
+         [](auto& b) { b.writeFloat({HugeFloat(-1028.25, 3)}); },
+         {5, 10, 0, 3, 0, 1, 0, 10, 0, 0, 0, 0x88, 0x80},
+         OD_FLOAT,
+         -1028},
+        {"float of two limbs",
+         [](auto& b) { b.writeFloat({HugeFloat(HugeInteger(1, 2) << 64) + HugeFloat(1)}); },
+         {5, 17, 0, 2, 0, 0, 0, 64, 0, 0, 0, 0x80, 0, 0, 0, 0, 0, 0, 0, 0x80},
+         OD_FLOAT,
+         1},
+        {"float zero",
+         [](auto& b) { b.writeFloat({HugeFloat(0, 2)}); },
+         {5, 8, 0, 2, 0, 0, 0, 0, 0, 0, 0},
+         OD_FLOAT,
+         0},
+        {"imag",
+         [](auto& b) { b.writeImag({HugeFloat(5)}); },
+         {6, 9, 0, 1, 0, 0, 0, 2, 0, 0, 0, 0xa0},
+         OD_IMAG,
+         5},
         {"offset",
          [](auto& b) { b.writeOffset(0x01020304); },
          {4, 4, 3, 2, 1},
@@ -185,6 +210,11 @@ TEST(Operands, TruthFollowsTheScalarAndTheTextsLength)
     od.value = od_int{HugeInteger(1, 2) << 64};
     EXPECT_TRUE(od.asBool());
     EXPECT_EQ(od.asDouble(), 18446744073709551616.0);
+    od.value = od_float{HugeFloat(0.25)};
+    EXPECT_TRUE(od.asBool());
+    EXPECT_EQ(od.asDouble(), 0.25);
+    od.value = od_imag{HugeFloat(0)};
+    EXPECT_FALSE(od.asBool());
 }
 
 // --- operand by token ---
@@ -212,6 +242,8 @@ TEST(Tokens, AreWrittenByTheirKind)
         {token(TK_INT, "0b11"), {2, 9, 0, 1, 0, 0, 0, 0, 0, 0, 0, 3}},
         {token(TK_INT, "0o17"), {2, 9, 0, 1, 0, 0, 0, 0, 0, 0, 0, 15}},
         {residue, {3, 11, 0, 2, 0, 1, 0, 0, 0, 0, 0, 0, 0, 16}},
+        {token(TK_FLOAT, "1.5..2"), {5, 9, 0, 2, 0, 0, 0, 0, 0, 0, 0, 0xc0}},
+        {token(TK_IMAG, "1.5i"), {6, 9, 0, 1, 0, 0, 0, 0, 0, 0, 0, 0xc0}},
         {token(TK_STRING, "a"), {7, 1, 0, 'a'}},
         {name, {8, 5, 0, 1, 2, 0, 'A', 'b'}},
         {closure, {12, 20, 0, 0, 0, 3, 0, 2, 0, 1, 0, 5, 0}},

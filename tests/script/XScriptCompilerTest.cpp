@@ -125,6 +125,8 @@ INSTANTIATE_TEST_SUITE_P(
     Modulus, Code,
     ::testing::ValuesIn(std::vector<CodeCase>{
         {"%(7) 5 + 4", "1: PUSH_NULL; MODELER s0 7; ADD 5%0 4%0; POPTO 0"},
+        {"%(7) 5.5 + 1i", "1: PUSH_NULL; MODELER s0 7; ADD 5%0 1i; POPTO 0"},
+        {"1.5 + 2.5i", "0: ADD 1.5 2.5i"},
         {"%(7) 5", "1: PUSH_NULL; MODELER s0 7; MOV ax 5%0; POPTO 0"},
         {"%(7){ 5 }", "1: PUSH_NULL; MODELER s0 7; MOV ax 5%0; POPTO 0"},
         {"(%(7) 5)", "1: PUSH_NULL; MODELER s0 7; MOV ax 5%0; POPTO 0"},
@@ -322,8 +324,6 @@ INSTANTIATE_TEST_SUITE_P(
          3, 1, 3, "expectToks", "type: operator, token: ']'"},
         {"a + `", "Unrecognized operator '`'", 5, 1, 5, nullptr, nullptr},
         {"a = 'x", "Closing quote not found for string", 6, 1, 6, nullptr, nullptr},
-        {"1 + 1.5", "Real and imaginary literals are not available", 4, 1, 4, nullptr, nullptr},
-        {"2i", "Real and imaginary literals are not available", 0, 1, 0, nullptr, nullptr},
     }));
 
 INSTANTIATE_TEST_SUITE_P(

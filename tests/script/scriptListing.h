@@ -76,6 +76,10 @@ private:
             return std::get<od_int>(od.value).value.toString();
         case OD_MODINT:
             return std::get<od_modint>(od.value).value.toString() + "%" + std::to_string(od.modIdx);
+        case OD_FLOAT:
+            return std::get<od_float>(od.value).value.toString();
+        case OD_IMAG:
+            return std::get<od_imag>(od.value).value.toString() + "i";
         case OD_OFFSET:
             return op == OP_CLOSURE_BEGIN ? std::to_string(od.asInt64()) : place(od.asInt64());
         case OD_STR:
