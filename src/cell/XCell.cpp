@@ -33,7 +33,7 @@ XCell::XCell(const XCell& source, int32_t row, int32_t col) : XCell(row, col)
 
 XCell& XCell::operator=(const XCell& source)
 {
-    assert(!isLinked() && !source.isLinked());
+    assert(!isListed() && !source.isListed());
     if (this == &source)
         return *this;
     setPosition(source.m_row, source.m_col);
@@ -43,7 +43,7 @@ XCell& XCell::operator=(const XCell& source)
 
 XCell::~XCell()
 {
-    assert(!isLinked());
+    assert(!isListed());
     dropEnv();
 }
 
@@ -177,10 +177,16 @@ const xstd::XString& XCell::valueText() const
     return *m_displayText;
 }
 
+void XCell::keepValue() noexcept
+{
+    if (!m_script && m_hold == XCellHold::None)
+        m_hold = XCellHold::Fresh;
+}
+
 void XCell::setText_(XCellTable& table, const xstd::XString& text, int32_t row, int32_t col,
                      XDisplacedText* displaced)
 {
-    assert(!isLinked());
+    assert(!isListed());
     clear_();
     const size_t begin = text.find_first_not_of('=');
     if (begin == xstd::XString::npos)

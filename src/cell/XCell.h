@@ -3,6 +3,7 @@
 #include "cell/ScriptSet.h"
 #include "cell/XCellExtend.h"
 #include "cell/XCellRange.h"
+#include "common/XByteCursor.h"
 #include "common/XException.h"
 #include "common/XString.h"
 #include "values/HugeVariant.h"
@@ -10,6 +11,7 @@
 #include <cstdint>
 #include <map>
 #include <memory>
+#include <vector>
 
 namespace huge {
 
@@ -23,6 +25,14 @@ enum class XCellHold : uint8_t {
     Fresh,  ///< its constant has just been calculated, or came back with its value: pass over once
     Failed, ///< its text does not compile or its constant failed: the error stays until a new text
     Ring    ///< its link would close a ring of references: it stays out until a new text
+};
+
+/// What is taken over from the image of a cell; the state always is.
+enum class XCellImageMode : int32_t {
+    Values = 1,    ///< the text of the value, as the cell's text
+    Scripts = 2,   ///< the text
+    Formats = 3,   ///< the format record
+    Everything = 4 ///< text and format record
 };
 
 /// A shared script that got another source text, and the text that it had. Null without one.
@@ -130,10 +140,29 @@ public:
     /// Makes the failure the cell's value, as an error value with the chain's text.
     void setFailure(const xstd::XExceptionItems& failure);
 
+    // Images (XCellImage.cpp).
+
+    /// The record of the cell: position, text, value as text, state, references, format.
+    std::vector<uint8_t> toVector() const;
+    /// Takes over what `mode` says from a record. Its text compiles for the record's position, so
+    /// that relative references adapt to this cell. A format goes into the cell's own record, or a
+    /// clone of `prototype`, or, if that is null, is kept as it is. The cell must be unlinked.
+    /// std::runtime_error, with the cell unchanged, for a damaged record; what the format and the
+    /// text raise comes after the rest has been taken over.
+    void fromVector(XCellTable& table, xstd::XByteCursor record, XCellImageMode mode,
+                    const XCellExtend* prototype);
+    /// The same for a record from the clipboard: the text of a value is read as pastedSource does,
+    /// and what it refers to counts as deleted, because a value refers to nothing.
+    void fromVectorPasted(XCellTable& table, xstd::XByteCursor record, XCellImageMode mode,
+                          const XCellExtend* prototype);
+
     XCellHold hold() const noexcept { return m_hold; }
     void setHold(XCellHold hold) noexcept { m_hold = hold; }
-    /// True while the references are registered with a table.
-    bool isLinked() const noexcept { return m_linkIndex != notLinked; }
+    /// Lets a constant that came back, or moved, with its value pass over the next recalculation:
+    /// run again it could give another value.
+    void keepValue() noexcept;
+    /// True while the references are found as readers of what they name.
+    bool isLinked() const noexcept { return isListed() && !m_isHeldOut; }
 
 private:
     friend class XCellTable;
@@ -141,7 +170,14 @@ private:
 
     static constexpr uint32_t notLinked = 0xffffffff;
 
+    /// Known to a table, as a linked cell or as one that is held out.
+    bool isListed() const noexcept { return m_linkIndex != notLinked; }
+
+    struct Image;
     void copyContent(const XCell& source);
+    void takeFormat(const std::vector<uint8_t>& format, const XCellExtend* prototype);
+    void takeImage(XCellTable& table, const Image& image, XCellImageMode mode,
+                   const XCellExtend* prototype);
     void enterScript(XCellTable& table, XCellScript& script, const xstd::XString& text,
                      XDisplacedText* displaced);
     HugeVariant run();
@@ -157,7 +193,8 @@ private:
     int16_t m_col;
     uint16_t m_state = 0;
     XCellHold m_hold = XCellHold::None;
-    uint32_t m_linkIndex = notLinked; // place among the table's linked cells
+    bool m_isHeldOut = false;         // listed among the table's cells that are held out
+    uint32_t m_linkIndex = notLinked; // place in the table's list
     uint32_t m_mark = 0;              // pass of the table that saw the cell last
     uint32_t m_order = 0;             // the cell's number in that pass
     std::unique_ptr<XCellRanges> m_ranges;

@@ -1,10 +1,15 @@
 #pragma once
 
 #include "cell/XCellTable.h"
+#include "common/XException.h"
 #include "common/XMergedRects.h"
 #include "common/XRect.h"
 #include "common/XStop.h"
 #include "common/XUndoableAction.h"
+
+#include <cstdint>
+#include <utility>
+#include <vector>
 
 namespace huge {
 
@@ -50,7 +55,20 @@ protected:
         StopScope& operator=(const StopScope&) = delete;
     };
 
-    /// The last column (row) inside `rect` that is used, or that a reference into `rect` reaches.
+    /// The end of do_: holds out what closes a ring of references, recalculates from
+    /// calcRects(Do) into `changed`, and raises `failure`, or, if that is empty, the first ring.
+    void finish(xstd::XMergedRects& changed, xstd::XExceptionItems failure = {});
+    /// The start of undo_: links what the action held out.
+    void releaseHeldOut();
+    /// What the failure of a ring with this path says; concrete actions add their details.
+    virtual xstd::XExceptionItem ringItem(const xstd::XString& path) const;
+
+    /// Makes the working area reach this row and column, in steps of 16. Raises
+    /// "The table ends at row 1048576 and column AVLG", and changes nothing, for what lies beyond,
+    /// and "A cell lies above row 1 or left of column A" for a negative row or column in `rect`.
+    void growTo(const xstd::XRect& rect, const char* action);
+    /// The last column (row) inside `rect` that is used, or that a reference into `rect` reaches;
+    /// a reference counts up to the edge of the working area.
     int32_t lastUsedColWithRefs(const xstd::XRect& rect) const;
     int32_t lastUsedRowWithRefs(const xstd::XRect& rect) const;
     /// The positions of a map of saved things, normalised.
@@ -59,18 +77,19 @@ protected:
 
     XCellTable* m_table;
     xstd::XRect m_focusRect;
+
+private:
+    std::vector<xstd::XPoint> m_heldOut;
 };
 
 template <class Saved>
 xstd::XMergedRects XCellAction::rectsOf(const Saved& saved)
 {
-    xstd::XMergedRects rects;
-    for (const auto& entry : saved) {
-        const xstd::XPoint& point = entry.first;
-        rects.add_(xstd::XRect(point.row, point.col, point.row, point.col), false);
-    }
-    rects.normalize_();
-    return rects;
+    std::vector<xstd::XPoint> points;
+    points.reserve(saved.size());
+    for (const auto& entry : saved)
+        points.push_back(entry.first);
+    return xstd::XMergedRects().addPoints_(std::move(points));
 }
 
 } // namespace huge

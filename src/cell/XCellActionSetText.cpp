@@ -8,7 +8,9 @@ XCellActionSetText::XCellActionSetText(XCellTable* table, int32_t row, int32_t c
                                        xstd::XString text, bool replaceScript)
     : XCellAction(table), m_row(row), m_col(col), m_text(std::move(text)),
       m_replaceScript(replaceScript)
-{}
+{
+    growTo(cellRect(), "setText");
+}
 
 void XCellActionSetText::setText_()
 {
@@ -29,8 +31,7 @@ void XCellActionSetText::refuseRing(XCell* cell)
     const std::vector<XCell*> path = m_table->findCycleThrough(cell);
     if (path.empty())
         return;
-    m_table->unlinkCell(cell);
-    cell->setHold(XCellHold::Ring);
+    m_table->holdOut(cell);
     xstd::XExceptionItems failure;
     failure.add(xstd::XExceptionItem(X_HERE, "action")
                     .setMess("There is a circular dependency: " + XCellTable::cyclicPathText(path))

@@ -2,7 +2,9 @@
 
 #include "numbers/XFormatRule.h"
 
+#include <cstdint>
 #include <memory>
+#include <vector>
 
 namespace huge {
 
@@ -18,6 +20,11 @@ public:
     virtual void assign(const XCellExtend& other) = 0;
     /// Mirrors what has a direction, for a cell that is transposed. Nothing here has one.
     virtual void transpose() {}
+
+    /// The record as it stands in images, and the reverse; the engine's part holds nothing.
+    /// fromBinary throws std::runtime_error for an image that is damaged.
+    virtual std::vector<uint8_t> toBinary() const { return {}; }
+    virtual void fromBinary(const std::vector<uint8_t>&) {}
 
     XFormatRule& rule() { return formatRule; }
     const XFormatRule& rule() const { return formatRule; }

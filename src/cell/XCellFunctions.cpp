@@ -158,7 +158,7 @@ void enterCellFunctions()
     XScriptEnv_base env;
     for (const auto& [name, function] : functions)
         env.setVar(name, HugeVariant(HugeFunction(function)));
-    for (const char* name : {"abs", "sqrt"})
+    for (const char* name : {"abs", "ln", "sqrt"})
         env.setVar(name, HugeVariant(onValue(env.getVar(name).toFunc())));
 }
 

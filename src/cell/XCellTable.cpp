@@ -17,9 +17,16 @@ XCellTable::~XCellTable()
 // For cells that go together with the index that they are registered in.
 void XCellTable::forgetLinks() noexcept
 {
-    for (XCell* cell : m_linkedCells)
-        cell->m_linkIndex = XCell::notLinked;
-    m_linkedCells.clear();
+    for (std::vector<XCell*>* list : {&m_linkedCells, &m_heldOutCells}) {
+        for (XCell* cell : *list)
+            cell->m_linkIndex = XCell::notLinked;
+        list->clear();
+    }
+}
+
+std::vector<XCell*>& XCellTable::listOf(const XCell& cell) noexcept
+{
+    return cell.m_isHeldOut ? m_heldOutCells : m_linkedCells;
 }
 
 std::unique_ptr<XCell>& XCellTable::forceSlot(int32_t row, int32_t col)
@@ -95,23 +102,42 @@ void XCellTable::clearRects(const xstd::XMergedRects& rects)
 
 void XCellTable::linkCell(XCell* cell)
 {
-    if (!cell || !cell->ranges() || cell->isLinked() || cell->hold() == XCellHold::Ring)
+    if (!cell || !cell->ranges() || cell->isListed())
         return;
-    cell->m_linkIndex = static_cast<uint32_t>(m_linkedCells.size());
-    m_linkedCells.push_back(cell);
-    addRanges(*cell->ranges());
+    cell->m_isHeldOut = cell->hold() == XCellHold::Ring;
+    std::vector<XCell*>& list = listOf(*cell);
+    cell->m_linkIndex = static_cast<uint32_t>(list.size());
+    list.push_back(cell);
+    if (!cell->m_isHeldOut)
+        addRanges(*cell->ranges());
 }
 
 void XCellTable::unlinkCell(XCell* cell)
 {
-    if (!cell || !cell->isLinked())
+    if (!cell || !cell->isListed())
         return;
-    removeRanges(*cell->ranges());
-    XCell* last = m_linkedCells.back();
-    m_linkedCells[cell->m_linkIndex] = last;
+    if (!cell->m_isHeldOut)
+        removeRanges(*cell->ranges());
+    std::vector<XCell*>& list = listOf(*cell);
+    XCell* last = list.back();
+    list[cell->m_linkIndex] = last;
     last->m_linkIndex = cell->m_linkIndex;
-    m_linkedCells.pop_back();
+    list.pop_back();
     cell->m_linkIndex = XCell::notLinked;
+}
+
+void XCellTable::holdOut(XCell* cell)
+{
+    unlinkCell(cell);
+    cell->setHold(XCellHold::Ring);
+    linkCell(cell);
+}
+
+void XCellTable::release(XCell* cell)
+{
+    unlinkCell(cell);
+    cell->setHold(XCellHold::None);
+    linkCell(cell);
 }
 
 void XCellTable::addRanges(XCellRanges& ranges)

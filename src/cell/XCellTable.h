@@ -41,6 +41,7 @@ using XSavedRanges = std::map<xstd::XPoint, std::unique_ptr<XCellRanges>>;
 struct XCellLevels {
     std::vector<XCell*> cells;
     std::vector<size_t> starts; ///< index of each level's first cell
+    bool hasRing = false;       ///< the last level is the cells of rings, and what reads them
 
     size_t count() const { return starts.size(); }
     size_t end(size_t level) const
@@ -84,16 +85,23 @@ public:
     /// Empties the cells in `rects`; their formats stay.
     void clearRects(const xstd::XMergedRects& rects);
 
-    /// Registers the cell's references. Nothing happens to a cell that has none, is linked
-    /// already, or is held out as part of a ring.
+    /// Registers the cell's references. One that is held out as part of a ring is only listed, so
+    /// that its references can be rewritten. Nothing happens to a cell that has none or is linked
+    /// already.
     void linkCell(XCell* cell);
     /// The reverse; nothing happens to null or an unlinked cell.
     void unlinkCell(XCell* cell);
+    /// Takes a cell that closes a ring of references out of all recalculation, until it is
+    /// released or gets another text.
+    void holdOut(XCell* cell);
+    /// Links a cell that was held out.
+    void release(XCell* cell);
     /// The part of linking that concerns the index alone.
     void addRanges(XCellRanges& ranges);
     void removeRanges(XCellRanges& ranges);
     /// Every linked cell, in no particular order.
     const std::vector<XCell*>& linkedCells() const noexcept { return m_linkedCells; }
+    const std::vector<XCell*>& heldOutCells() const noexcept { return m_heldOutCells; }
 
     const xstd::XRect& mainRect() const noexcept { return m_mainRect; }
     int32_t baseSize() const noexcept { return m_baseSize; }
@@ -156,9 +164,39 @@ public:
     /// has yet to move.
     void moveRects(const xstd::XMergedRects& rects, int32_t dRow, int32_t dCol,
                    xstd::XOptions options);
+    /// Copies `srcRects`, repeated as often as they fit, over `destRects`: where the source has no
+    /// cell the destination is emptied. Raises "The target and source regions cannot overlap"
+    /// ("cellTable").
+    void copyRects(const xstd::XMergedRects& destRects, const xstd::XMergedRects& srcRects,
+                   xstd::XOptions options);
+    /// Mirrors the cells of `rect` about its top left corner, with their formats and their number
+    /// references ("r:5" becomes "c:5").
+    void transposeCells(const xstd::XRect& rect);
     /// The last column (row) inside `rect` that holds a used cell; 0 if none does.
     int32_t lastUsedCol(const xstd::XRect& rect) const;
     int32_t lastUsedRow(const xstd::XRect& rect) const;
+
+    // Rewriting of references (XCellTableRefs.cpp). What a cell had before goes to `saved` the
+    // first time that one of its references changes. Cells that are held out take part. A reference
+    // that reaches beyond `reach`, the working area as it was before the change, counts up to
+    // there.
+
+    /// Every reference into `rects`, once, in row, column order of the cells that have them.
+    std::vector<XCellRange*> rangesInto(const xstd::XMergedRects& rects);
+    /// Marks those deleted that lie wholly in `rects`.
+    void markRefsDeleted(const xstd::XMergedRects& rects, const xstd::XRect& reach,
+                         XSavedRanges& saved);
+    /// For a band of rows (columns) that is about to go: those that end in it end before it, and
+    /// those that begin in it begin behind it. Concerns what lies inside the band's width.
+    void clipRangesAtRows(const xstd::XRect& band, const xstd::XRect& reach, XSavedRanges& saved);
+    void clipRangesAtCols(const xstd::XRect& band, const xstd::XRect& reach, XSavedRanges& saved);
+    /// For `rects`, about to move: a reference that lies wholly inside follows, also with absolute
+    /// ends. One that has a whole edge inside stretches or shrinks with it, when the move is across
+    /// that edge and does not turn the reference inside out; absolute edges stay.
+    void moveRanges(const xstd::XMergedRects& rects, int32_t dRow, int32_t dCol,
+                    const xstd::XRect& reach, XSavedRanges& saved);
+    /// Mirrors those that lie wholly in `rect` about its top left corner.
+    void transposeRanges(const xstd::XRect& rect, XSavedRanges& saved);
 
     // Recalculation (XCellTableRecalc.cpp).
 
@@ -168,6 +206,11 @@ public:
     /// A ring that passes through `cell`, which comes first; empty when there is none. Enough
     /// after a change of this one cell in a table without rings.
     std::vector<XCell*> findCycleThrough(XCell* cell);
+    /// Holds out one cell of every ring among the cells of `levels`, the last in row, column order
+    /// of those that stand in `changed`. Each path begins with the cell that is held out and goes
+    /// on as findCycle's.
+    std::vector<std::vector<XCell*>> breakRings(const XCellLevels& levels,
+                                                const xstd::XMergedRects& changed);
     /// "A1->B1->A1" for a ring of A1 and B1.
     static xstd::XString cyclicPathText(const std::vector<XCell*>& path);
 
@@ -193,6 +236,11 @@ private:
 
     std::unique_ptr<XCell>& forceSlot(int32_t row, int32_t col);
     void forgetLinks() noexcept;
+    std::vector<XCell*>& listOf(const XCell& cell) noexcept;
+    void moveRect(const xstd::XRect& rect, int32_t dRow, int32_t dCol, xstd::XOptions options);
+    template <class F>
+    void rewriteRanges(const xstd::XMergedRects& rects, const xstd::XRect& reach,
+                       XSavedRanges& saved, F&& rewrite);
     uint32_t nextMark() noexcept { return ++m_lastMark; }
     void appendReaders(const XCell& cell, std::vector<XCell*>& out);
     void appendRectReaders(const xstd::XRect& rect, std::vector<XCell*>& out);
@@ -210,6 +258,7 @@ private:
     ScriptSet m_scripts;
     std::unique_ptr<XCellRangeTree> m_rangeTree;
     std::vector<XCell*> m_linkedCells;
+    std::vector<XCell*> m_heldOutCells;
     std::vector<Row> m_rows;
 };
 

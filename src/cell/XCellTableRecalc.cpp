@@ -2,6 +2,7 @@
 #include "cell/cellName.h"
 #include "common/XStop.h"
 
+#include <tuple>
 #include <utility>
 
 namespace huge {
@@ -57,6 +58,17 @@ XCell* nextRead(const XCellTable& table, SearchFrame& frame)
     return nullptr;
 }
 
+/// The last in row, column order of the cells in `changed`; of all, if none stands there.
+std::vector<XCell*>::iterator lastChanged(std::vector<XCell*>& path,
+                                          const xstd::XMergedRects& changed)
+{
+    const auto rank = [&](const XCell* cell) {
+        return std::tuple(changed.contains(cell->row(), cell->col()), cell->row(), cell->col());
+    };
+    return std::max_element(path.begin(), path.end(),
+                            [&](const XCell* a, const XCell* b) { return rank(a) < rank(b); });
+}
+
 } // namespace
 
 /// Numbers the cells that one pass of the table meets. The number stands in the cell itself, valid
@@ -108,6 +120,7 @@ private:
     std::vector<size_t> m_firstEdge;
     std::vector<XCell*> m_readers; // scratch of one query
     uint32_t m_levelCount = 0;
+    bool m_hasRing = false;
     bool m_edgesKept = true;
 };
 
@@ -174,7 +187,8 @@ void XCellLevelBuilder::assignLevels()
                 ready.push_back(reader);
         });
     }
-    if (ready.size() == count)
+    m_hasRing = ready.size() != count;
+    if (!m_hasRing)
         return;
     for (uint32_t i = 0; i < count; ++i) { // a ring, and what hangs on it
         if (m_waitsFor[i] != 0)
@@ -186,6 +200,7 @@ void XCellLevelBuilder::assignLevels()
 XCellLevels XCellLevelBuilder::sorted() const
 {
     XCellLevels levels;
+    levels.hasRing = m_hasRing;
     std::vector<size_t> place(m_levelCount + 1, 0);
     for (const uint32_t level : m_level)
         ++place[level + 1];
@@ -300,6 +315,54 @@ std::vector<XCell*> XCellTable::findCycleThrough(XCell* cell)
         }
     }
     return {};
+}
+
+std::vector<std::vector<XCell*>> XCellTable::breakRings(const XCellLevels& levels,
+                                                        const xstd::XMergedRects& changed)
+{
+    if (!levels.hasRing)
+        return {};
+    const XCellMarks seen(nextMark());
+    enum : uint32_t { onPath, done, open };
+    const size_t first = levels.starts.back();
+    for (size_t i = first; i < levels.cells.size(); ++i)
+        seen.mark(levels.cells[i], open);
+
+    std::vector<std::vector<XCell*>> rings;
+    std::vector<SearchFrame> stack;
+    for (size_t i = first; i < levels.cells.size(); ++i) {
+        if (seen.number(levels.cells[i]) == done || !levels.cells[i]->isLinked())
+            continue;
+        seen.mark(levels.cells[i], onPath);
+        stack.push_back({levels.cells[i]});
+        while (!stack.empty()) {
+            XCell* cell = nextRead(*this, stack.back());
+            if (!cell) {
+                seen.mark(stack.back().cell, done);
+                stack.pop_back();
+            } else if (!seen.isMarked(cell) || seen.number(cell) == done) {
+                continue; // no ring passes through it
+            } else if (seen.number(cell) == open) {
+                seen.mark(cell, onPath);
+                stack.push_back({cell});
+            } else {
+                std::vector<XCell*> path;
+                for (auto frame = stack.rbegin(); path.empty() || path.back() != cell; ++frame)
+                    path.push_back(frame->cell);
+                const auto last = lastChanged(path, changed);
+                holdOut(*last);
+                std::rotate(path.begin(), last, path.end());
+                // The search goes on from the cell that reads the one that has gone.
+                while (seen.number(path.front()) != open) {
+                    seen.mark(stack.back().cell, open);
+                    stack.pop_back();
+                }
+                seen.mark(path.front(), done);
+                rings.push_back(std::move(path));
+            }
+        }
+    }
+    return rings;
 }
 
 xstd::XString XCellTable::cyclicPathText(const std::vector<XCell*>& path)

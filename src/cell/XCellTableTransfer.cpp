@@ -1,4 +1,6 @@
 #include "cell/XCellTable.h"
+#include "cell/XCellTiling.h"
+#include "common/XException.h"
 
 #include <tuple>
 #include <utility>
@@ -8,13 +10,6 @@ namespace huge {
 namespace {
 
 const std::initializer_list<int> contentOnly = {optValueOnly, optScriptOnly};
-
-/// A constant comes back with the value that it had; running it again could give another one.
-void keepValue(XCell& cell)
-{
-    if (!cell.script() && cell.hold() == XCellHold::None)
-        cell.setHold(XCellHold::Fresh);
-}
 
 /// Where content of the given kind of transfer goes into an existing cell.
 void receive(XCell& dest, const XCell& source, xstd::XOptions options, bool shift)
@@ -77,7 +72,7 @@ void XCellTable::restore(XSavedCells& saved, const xstd::XMergedRects& rects,
             putCopy(cell.get(), point.row, point.col, {optPlain});
         else
             putCell(point.row, point.col, std::move(cell));
-        keepValue(*cellAt(point.row, point.col));
+        cellAt(point.row, point.col)->keepValue();
     }
 }
 
@@ -157,17 +152,42 @@ void XCellTable::moveCell(int32_t fromRow, int32_t fromCol, int32_t toRow, int32
         putCopy(nullptr, toRow, toCol, options);
         return;
     }
-    unlinkCell(source);
     if (!options.hasAny(contentOnly)) {
+        // It stays linked: the index holds its references, and these do not move.
         putCell(toRow, toCol, putCell(fromRow, fromCol, nullptr));
+        source->keepValue();
         return;
     }
+    unlinkCell(source);
     const XCell moving(*source);
     source->clear_();
     XCell* dest = forceCell(toRow, toCol);
     unlinkCell(dest);
     receive(*dest, moving, options, false);
+    if (dest->script() && moving.hold() == XCellHold::Ring)
+        dest->setHold(XCellHold::Ring);
+    dest->keepValue();
     linkCell(dest);
+}
+
+void XCellTable::moveRect(const xstd::XRect& rect, int32_t dRow, int32_t dCol,
+                          xstd::XOptions options)
+{
+    const auto steps = [](int64_t first, int64_t last, bool backward, auto&& step) {
+        for (int64_t i = first; i <= last; ++i)
+            step(static_cast<int32_t>(backward ? last - (i - first) : i));
+    };
+    const auto stored = [this](int64_t row) {
+        const bool isThere = row >= 0 && row < static_cast<int64_t>(m_rows.size());
+        return isThere ? static_cast<int64_t>(m_rows[static_cast<size_t>(row)].size()) : 0;
+    };
+    // A position matters when a cell leaves it or when it empties the place that it moves to.
+    const int64_t lastRow = static_cast<int64_t>(m_rows.size()) - 1 + std::max(0, -dRow);
+    steps(rect.top, std::min<int64_t>(rect.bottom, lastRow), dRow > 0, [&](int32_t row) {
+        const int64_t lastCol = std::max(stored(row), stored(int64_t(row) + dRow) - dCol) - 1;
+        steps(rect.left, std::min<int64_t>(rect.right, lastCol), dRow == 0 && dCol > 0,
+              [&](int32_t col) { moveCell(row, col, row + dRow, col + dCol, options); });
+    });
 }
 
 void XCellTable::moveRects(const xstd::XMergedRects& rects, int32_t dRow, int32_t dCol,
@@ -175,7 +195,10 @@ void XCellTable::moveRects(const xstd::XMergedRects& rects, int32_t dRow, int32_
 {
     if (dRow == 0 && dCol == 0)
         return;
-    // A position matters when a cell leaves it or when it empties the place that it moves to.
+    if (rects.size() == 1) {
+        moveRect(rects[0], dRow, dCol, options);
+        return;
+    }
     std::vector<std::pair<int32_t, int32_t>> from;
     for (const xstd::XRect& rect : rects) {
         forEachCell(rect, [&](XCell* cell) { from.emplace_back(cell->row(), cell->col()); });
@@ -194,6 +217,49 @@ void XCellTable::moveRects(const xstd::XMergedRects& rects, int32_t dRow, int32_
         moveCell(row, col, row + dRow, col + dCol, options);
 }
 
+void XCellTable::copyRects(const xstd::XMergedRects& destRects, const xstd::XMergedRects& srcRects,
+                           xstd::XOptions options)
+{
+    if (destRects.intersects(srcRects))
+        throw xstd::XExceptionItems().add(
+            xstd::XExceptionItem(X_HERE, "cellTable")
+                .setMess("The target and source regions cannot overlap")
+                .setExtend("srcRect", srcRects.toString(0))
+                .setExtend("destRect", destRects.toString(0)));
+    if (srcRects.boundRect().isNull())
+        return;
+    const XCellTiling tiling(srcRects.boundRect(), destRects);
+    for (const XCell* cell : collectCells(destRects, {optAll})) {
+        const xstd::XPoint from = tiling.sourceOf(cell->row(), cell->col());
+        if (srcRects.contains(from.row, from.col) && !cellAt(from.row, from.col))
+            putCopy(nullptr, cell->row(), cell->col(), options);
+    }
+    for (const XCell* cell : collectCells(srcRects, {optAll})) {
+        tiling.forEachTile(cell->row(), cell->col(),
+                           [&](int32_t row, int32_t col) { putCopy(cell, row, col, options); });
+    }
+}
+
+void XCellTable::transposeCells(const xstd::XRect& rect)
+{
+    XSavedCells taken;
+    snapshot(taken, rect, {optTake});
+    for (auto& [point, cell] : taken) {
+        for (size_t i = 0; cell->ranges() && i < cell->ranges()->size(); ++i) {
+            XCellRangeRef& ref = (*cell->ranges())[i].ref;
+            if (!ref.isCell())
+                ref.transpose_(rect.top, rect.left);
+        }
+        if (cell->extend())
+            cell->extend()->transpose();
+        cell->clearDisplayText();
+        cell->keepValue();
+        const int32_t row = rect.top + (point.col - rect.left);
+        const int32_t col = rect.left + (point.row - rect.top);
+        putCell(row, col, std::move(cell));
+    }
+}
+
 int32_t XCellTable::lastUsedCol(const xstd::XRect& rect) const
 {
     int32_t last = 0;
@@ -206,12 +272,15 @@ int32_t XCellTable::lastUsedCol(const xstd::XRect& rect) const
 
 int32_t XCellTable::lastUsedRow(const xstd::XRect& rect) const
 {
-    int32_t last = 0;
-    forEachCell(rect, [&](const XCell* cell) {
-        if (cell->isUsed())
-            last = std::max(last, cell->row());
-    });
-    return last;
+    const int32_t bottom = std::min<int64_t>(rect.bottom, static_cast<int64_t>(m_rows.size()) - 1);
+    for (int32_t row = bottom; row >= std::max(rect.top, 0); --row) {
+        bool isUsed = false;
+        forEachCell(xstd::XRect(row, rect.left, row, rect.right),
+                    [&](const XCell* cell) { isUsed = isUsed || cell->isUsed(); });
+        if (isUsed)
+            return row;
+    }
+    return 0;
 }
 
 } // namespace huge

@@ -1,6 +1,6 @@
 #include "cell/XCellVarError.h"
 #include "cell/XCellVarRange.h"
-#include "values/unavailable.h"
+#include "numbers/HugeFloat.h"
 
 #include <stdexcept>
 
@@ -46,7 +46,7 @@ HugeVariant XCellVarError::asType(int typeCode) const
     case varInt:
         return HugeVariant(int64_t(m_errorType));
     case varFloat:
-        failFloat();
+        return HugeVariant(HugeFloat(int64_t(m_errorType)));
     case varString:
         return HugeVariant(toString());
     default:

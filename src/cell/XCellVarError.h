@@ -36,7 +36,7 @@ public:
     void* payload() override { return &m_errorType; }
     HugeVariant clone() const override;
     HugeVariant move() override;
-    /// Boolean, integer and text; anything else throws "can't type convert".
+    /// Boolean, integer, float and text; anything else throws "can't type convert".
     HugeVariant asType(int typeCode) const override;
 
     bool equ(const HugeVariant& a, const HugeVariant& b) const override;

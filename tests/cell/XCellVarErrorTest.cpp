@@ -70,6 +70,8 @@ TEST(ErrorValue, ConvertsAndCalculatesNothingElse)
 {
     EXPECT_EQ(error(2, "x").asType(1).toString(), "true");
     EXPECT_EQ(error(2, "x").asType(2).toString(), "2");
+    EXPECT_EQ(error(2, "x").asType(3).toString(), "2");
+    EXPECT_EQ(error(2, "x").asType(3).typeName(), "HugeFloat");
     EXPECT_EQ(error(2, "x").asType(7).toString(), "refError:x");
     EXPECT_EQ(failure([] { error(1).asType(8); }), "can't type convert");
     const std::string cannotAdd = "ECellVarErrorType is not suport add(+)";
