@@ -91,6 +91,14 @@ TEST_F(Tool, PrintsTheResultOfAScriptAndALineFeed)
         {"'a' + 'b'", "ab\n"},
         {"print(1, 2 > 1, 'x'); printline(); printLine('y', 5); 7", "1 true x\ny 5\n7\n"},
         {"sigma(1, 100, [i] { i })", "5050\n"},
+        {"1.5 * 3", "4.5\n"},
+        {"(1 + 2i) * 3i", "-6 + 3i\n"},
+        {"%(101) 2 ** 100", "1\n"},
+        {"decbase64('AAEC')", "0x000102\n"},
+        {"time(2026, 2, 3, 4, 5, 6)", "2026-2-3 4:5:6.0\n"},
+        {"true", "true\n"},
+        {"1 == 1", "true\n"},
+        {"avg(1, 2.5, 2.5)", "2\n"},
     };
     for (const auto& [script, expected] : cases) {
         const ToolResult fromInput = run({"eval", "-"}, script);
