@@ -1,67 +1,100 @@
 #include "numbers/fixedConstants.h"
 
 #include "common/XStop.h"
-#include "numbers/limbRows.h"
 
+#include <algorithm>
+#include <cmath>
 #include <span>
+#include <utility>
 #include <vector>
 
 namespace huge {
 
 namespace {
 
+/// A natural number without zero limbs at its top.
 using Limbs = std::vector<Limb>;
 
 /// One summand of a formula of Machin's kind: factor times the inverse tangent of 1 / divisor, or
 /// times its hyperbolic sister.
 struct Summand {
-    int64_t factor;
+    int factor;
     Limb divisor;
 };
 
-/// sum += or -= factor * value, of which the low count limbs are not 0.
-void addTimes(Limbs& sum, const Limbs& value, size_t count, Limb factor, bool subtract)
+Limbs& trim(Limbs& a)
 {
-    const size_t above = sum.size() - count;
-    if (subtract) {
-        Limb borrow = rowSubMul(sum.data(), value.data(), count, factor);
-        limbsSubFrom(sum.data() + count, above, &borrow, above == 0 ? 0 : 1);
-    } else {
-        Limb carry = rowAddMul(sum.data(), value.data(), count, factor);
-        limbsAddTo(sum.data() + count, above, &carry, above == 0 ? 0 : 1);
-    }
+    a.resize(limbsEffective(a.data(), a.size()));
+    return a;
 }
 
-/// Adds factor * sum of (+-1)^k / ((2 k + 1) * divisor^(2 k + 1)).
-void addInverseTangent(Limbs& sum, const Summand& summand, bool alternating)
+Limbs product(const Limbs& a, const Limbs& b)
 {
-    const bool negative = summand.factor < 0;
-    const Limb factor = Limb(negative ? -summand.factor : summand.factor);
+    Limbs r(a.size() + b.size());
+    limbsMul(a.data(), a.size(), b.data(), b.size(), r.data());
+    return std::move(trim(r));
+}
+
+/// a + b, or a - b where b is less.
+Limbs combined(Limbs a, const Limbs& b, bool subtract)
+{
+    a.resize(std::max(a.size(), b.size()) + 1);
+    if (subtract)
+        limbsSubFrom(a.data(), a.size(), b.data(), b.size());
+    else
+        limbsAddTo(a.data(), a.size(), b.data(), b.size());
+    return std::move(trim(a));
+}
+
+/// The terms first to last - 1 of the sum of 1 / ((2 k + 1) * square^(k - first + 1)), the signs
+/// alternating from plus on if asked for: sum / (odds * power).
+struct Terms {
+    Limbs power; // of square
+    Limbs odds;  // the product of the odd numbers
+    Limbs sum;
+};
+
+/// The sum of a series of rational terms, halved and halved again, so that long numbers are
+/// multiplied by others as long (Brent, Fast multiple-precision evaluation of elementary functions,
+/// 1976).
+Terms termsOf(Limb square, Limb first, Limb last, bool alternating)
+{
+    if (last - first == 1)
+        return {{square}, {2 * first + 1}, {1}};
+    xstd::XStop::poll();
+    const Limb middle = first + (last - first) / 2;
+    const Terms low = termsOf(square, first, middle, alternating);
+    const Terms high = termsOf(square, middle, last, alternating);
+    return {product(low.power, high.power), product(low.odds, high.odds),
+            combined(product(low.sum, product(high.power, high.odds)), product(low.odds, high.sum),
+                     alternating && (middle - first) % 2 != 0)};
+}
+
+/// The fraction of w limbs that numerator / denominator is, which is below 1.
+Limbs fractionOf(Limbs numerator, Limbs denominator, size_t w)
+{
+    numerator.resize(denominator.size());
+    const unsigned shift = unsigned(__builtin_clzll(denominator.back()));
+    limbsShlSmall(numerator.data(), numerator.size(), shift, numerator.data());
+    limbsShlSmall(denominator.data(), denominator.size(), shift, denominator.data());
+    const size_t used = std::min(denominator.size(), w + 2); // what is below changes no limb
+    const size_t cut = denominator.size() - used;
+    Limbs dividend(w + used);
+    limbsCopy(dividend.data() + w, numerator.data() + cut, used);
+    Limbs fraction(w);
+    limbsDiv(dividend.data(), dividend.size(), denominator.data() + cut, used, fraction.data());
+    return fraction;
+}
+
+/// The summand's size as a fraction of w limbs.
+Limbs valueOf(const Summand& summand, bool alternating, size_t w)
+{
+    const double bitsPerTerm = 2 * std::log2(double(summand.divisor));
+    const Limb count = Limb(64.0 * double(w) / bitsPerTerm) + 2;
     const Limb square = summand.divisor * summand.divisor;
-    Limbs power(sum.size());
-    Limbs term(sum.size());
-    power.back() = 1; // the sums below stand on one limb above the fraction
-    limbsDivLimb(power.data(), power.size(), summand.divisor, power.data());
-    size_t count = limbsEffective(power.data(), power.size());
-    for (Limb k = 0; count != 0; ++k) {
-        xstd::XStop::poll();
-        limbsDivLimb(power.data(), count, 2 * k + 1, term.data());
-        addTimes(sum, term, count, factor, negative != (alternating && k % 2 != 0));
-        limbsDivLimb(power.data(), count, square, power.data());
-        count = limbsEffective(power.data(), count);
-    }
-}
-
-/// The sum of the formula's summands, a fraction of w limbs, with guard limbs below it dropped.
-Limbs machinSum(size_t w, std::span<const Summand> formula, bool alternating)
-{
-    constexpr size_t guard = 1;
-    Limbs sum(w + guard + 1);
-    for (const Summand& summand : formula)
-        addInverseTangent(sum, summand, alternating);
-    sum.pop_back();
-    sum.erase(sum.begin(), sum.begin() + guard);
-    return sum;
+    Terms terms = termsOf(square, 0, count, alternating);
+    const Limb factor = Limb(std::abs(summand.factor)) * summand.divisor;
+    return fractionOf(product(terms.sum, {factor}), product(terms.odds, terms.power), w);
 }
 
 /// A constant that is kept at the greatest length asked for so far.
@@ -76,11 +109,25 @@ public:
         // Somewhat longer than asked for: a precision that grows step by step must not pay for the
         // whole constant at every step.
         if (m_limbs.size() < w)
-            m_limbs = machinSum(w + w / 8 + 4, m_formula, m_alternating);
+            m_limbs = calculate(w + w / 8 + 4);
         return m_limbs.data() + (m_limbs.size() - w);
     }
 
 private:
+    /// The sum of the summands, a fraction of w limbs that is right to some units.
+    Limbs calculate(size_t w) const
+    {
+        Limbs sum(w);
+        for (const Summand& summand : m_formula) {
+            const Limbs value = valueOf(summand, m_alternating, w);
+            if (summand.factor < 0)
+                limbsSubFrom(sum.data(), w, value.data(), w);
+            else
+                limbsAddTo(sum.data(), w, value.data(), w);
+        }
+        return sum;
+    }
+
     std::span<const Summand> m_formula;
     bool m_alternating;
     Limbs m_limbs;
