@@ -9,6 +9,7 @@
 #include <cstdlib>
 #include <memory>
 #include <string>
+#include <vector>
 
 /// A format record that remembers one number, to see where records go.
 class TestExtend final : public huge::XCellExtend {
@@ -21,6 +22,12 @@ public:
     void assign(const huge::XCellExtend& other) override
     {
         *this = static_cast<const TestExtend&>(other);
+    }
+    void transpose() override { number = -number; }
+    std::vector<uint8_t> toBinary() const override { return {static_cast<uint8_t>(number)}; }
+    void fromBinary(const std::vector<uint8_t>& image) override
+    {
+        number = xstd::XByteCursor(image).getU8("test format");
     }
 
     int number;
@@ -92,6 +99,31 @@ public:
                     "] = " + cell->valueText() + (cell->isLinked() ? " linked\n" : "\n");
         });
         return text;
+    }
+
+    /// dump(), with formats, flags and references, and without cells that hold nothing.
+    std::string state()
+    {
+        std::string text;
+        table.forEachCell(xstd::XRect(0, 0, huge::XCellPos::maxRow, huge::XCellPos::maxCol),
+                          [&](huge::XCell* cell) {
+                              if (cell->isUsed())
+                                  text += stateOf(*cell);
+                          });
+        return text;
+    }
+    static std::string stateOf(huge::XCell& cell)
+    {
+        std::string text = huge::cellName(cell.row(), cell.col()) + " [" + cell.scriptText(true) +
+                           "] = " + cell.valueText() + " state " + std::to_string(cell.state());
+        if (cell.extend())
+            text += " format " + std::to_string(static_cast<TestExtend*>(cell.extend())->number);
+        if (cell.hold() == huge::XCellHold::Ring || cell.hold() == huge::XCellHold::Failed)
+            text += cell.hold() == huge::XCellHold::Ring ? " held out" : " failed";
+        for (size_t i = 0; cell.ranges() && i < cell.ranges()->size(); ++i)
+            text += " " + (*cell.ranges())[i].ref.toText(true) + "," +
+                    (*cell.ranges())[i].ref.toText(false);
+        return text + (cell.isLinked() ? " linked\n" : "\n");
     }
 
     huge::XCellTable table{xstd::XRect(0, 0, 1024, 256), 4};
