@@ -19,7 +19,7 @@ namespace {
 /// product or two, and saves terms.
 size_t halvingsFor(size_t w)
 {
-    return 16 + size_t(std::sqrt(64.0 * double(w)) / 5);
+    return 8 + size_t(std::sqrt(64.0 * double(w)) / 9);
 }
 
 /// Limbs below the last one for what doubling so often does to errors.

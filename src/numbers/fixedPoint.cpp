@@ -3,6 +3,7 @@
 #include "common/XStop.h"
 #include "numbers/limbRows.h"
 
+#include <algorithm>
 #include <limits>
 
 namespace huge {
@@ -23,10 +24,45 @@ Limb bitsAt(const Limb* a, int64_t n, int64_t at) noexcept
     return (low >> shift) | (high << (64 - shift));
 }
 
+/// Squares shorter than this are multiplied as other products are.
+constexpr size_t squareLimbs = 24;
+
+/// fixedMul of a with itself into area: each pair of different limbs once, the sum doubled, then
+/// the squares of the limbs.
+void squareInto(const Limb* a, size_t w, Limb* area)
+{
+    const size_t lowest = w - 1; // the column that area[0] stands for
+    area[0] = 0;
+    for (size_t i = 0; i < w; ++i) {
+        if (w >= pollLimbs)
+            xstd::XStop::poll();
+        const size_t j = std::max(i + 1, lowest - i); // the first partner
+        if (j < w)
+            area[i + 1] = rowAddMul(area + (i + j - lowest), a + j, w - j, a[i]);
+        else
+            area[i + 1] = 0;
+    }
+    limbsShlSmall(area, w + 1, 1, area);
+    Limb carry = 0;
+    for (size_t i = w / 2; i < w; ++i) {
+        Limb* at = area + (2 * i - lowest);
+        const Limb128 low = Limb128(a[i]) * a[i] + at[0] + carry;
+        const Limb128 high = (low >> 64) + at[1];
+        at[0] = Limb(low);
+        at[1] = Limb(high);
+        carry = Limb(high >> 64);
+    }
+}
+
 } // namespace
 
 void fixedMul(const Limb* a, const Limb* b, size_t w, Limb* r, Limb* area)
 {
+    if (a == b && w >= squareLimbs) {
+        squareInto(a, w, area);
+        limbsCopy(r, area + 1, w);
+        return;
+    }
     area[0] = 0;
     for (size_t i = 0; i < w; ++i) {
         if (w >= pollLimbs)
