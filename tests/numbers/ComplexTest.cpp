@@ -127,6 +127,29 @@ TEST(ComplexArithmetic, ReachesEveryQuotientThatAFloatHolds)
     EXPECT_TRUE(complex(3, -4).abs() == HugeFloat(5));
 }
 
+TEST(ComplexText, ShowsThePartsThatAreThere)
+{
+    XFormatRule places;
+    places.mantissa = 2;
+    const struct {
+        HugeImag value;
+        XFormatRule rule;
+        const char* text;
+    } rows[] = {
+        {complex(1, 2), {}, "1 + 2i"},
+        {complex(1, -2), {}, "1 - 2i"},
+        {complex(0, 2), {}, "2i"},
+        {complex(0, -2), {}, "-2i"},
+        {complex(-1.5, 0), {}, "-1.5"},
+        {complex(0, 0), {}, "0i"},
+        {HugeImag(), {}, "0i"},
+        {HugeImag(HugeFloat(3), HugeFloat()), {}, "3"},
+        {complex(0, 0), places, "0.00i"},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(row.value.fmt(row.rule), row.text);
+}
+
 TEST(ComplexAngle, IsExactOnTheAxes)
 {
     EXPECT_TRUE(complex(-1, 0, 3).angle() == pi(3));
