@@ -7,6 +7,7 @@
 #include "numbers/limbRows.h"
 
 #include <cmath>
+#include <cstdlib>
 #include <limits>
 #include <stdexcept>
 

@@ -45,7 +45,7 @@ inline bool isLostBeside1(const HugeFloat& x, size_t n) noexcept
     return x.isZero() || x.exponent() < -64 * int64_t(n) - 2;
 }
 
-/// Whether the fourth power of x is lost beside 1 on n limbs: two terms of a series in x^2 do.
+/// Whether the fourth power of x is lost beside 1 on n limbs: of a series in x^2 two terms suffice.
 inline bool isShortSeries(const HugeFloat& x, size_t n) noexcept
 {
     return x.isZero() || x.exponent() < -16 * int64_t(n) - 2;

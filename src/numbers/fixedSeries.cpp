@@ -59,7 +59,7 @@ size_t powersFor(size_t terms) noexcept
 
 void fillPowers(const Powers& powers, Limb* area)
 {
-    for (size_t k = 2; k <= powers.count; ++k) // two near halves: either way the cost is the same
+    for (size_t k = 2; k <= powers.count; ++k) // every second one is a square, which costs less
         fixedMul(powers.row(k / 2), powers.row(k - k / 2), powers.w,
                  powers.limbs + (k - 1) * powers.w, area);
 }
