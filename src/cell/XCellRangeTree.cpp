@@ -63,6 +63,13 @@ void XCellRangeBag::remove(XCellRange* range)
     m_index->erase(range);
 }
 
+void XCellRangeBag::move(const xstd::XRect& to, XCellRange* range)
+{
+    const size_t place = placeOf(range);
+    if (place != m_entries.size())
+        m_entries[place].rect = to;
+}
+
 void XCellRangeBag::appendTo(std::vector<XCellRange*>& out) const
 {
     for (const Entry& entry : m_entries)
@@ -107,20 +114,36 @@ xstd::XRect XCellRangeTreeNode::quarter(size_t i) const noexcept
                        isLower ? m_rect.bottom : m_midRow, isRight ? m_rect.right : m_midCol);
 }
 
+int XCellRangeTreeNode::quarterOf(const xstd::XRect& rect) const noexcept
+{
+    const bool isLower = rect.top > m_midRow;
+    const bool isRight = rect.left > m_midCol;
+    if (isLower != (rect.bottom > m_midRow) || isRight != (rect.right > m_midCol))
+        return -1;
+    return (isLower ? 2 : 0) + (isRight ? 1 : 0);
+}
+
+XCellRangeTreeNode& XCellRangeTreeNode::forceChild(size_t i)
+{
+    if (!m_child[i])
+        m_child[i] = std::make_unique<XCellRangeTreeNode>(quarter(i), m_baseSize);
+    return *m_child[i];
+}
+
 void XCellRangeTreeNode::add(const xstd::XRect& rect, XCellRange* range)
 {
     if (keeps(rect)) {
         m_bag.add(rect, range);
         return;
     }
+    if (const int i = quarterOf(rect); i >= 0) {
+        forceChild(static_cast<size_t>(i)).add(rect, range);
+        return;
+    }
     for (size_t i = 0; i < m_child.size(); ++i) {
-        const xstd::XRect area = quarter(i);
-        const xstd::XRect clipped = area.intersect(rect);
-        if (clipped.isNull())
-            continue;
-        if (!m_child[i])
-            m_child[i] = std::make_unique<XCellRangeTreeNode>(area, m_baseSize);
-        m_child[i]->add(clipped, range);
+        const xstd::XRect clipped = quarter(i).intersect(rect);
+        if (!clipped.isNull())
+            forceChild(i).add(clipped, range);
     }
 }
 
@@ -130,14 +153,40 @@ void XCellRangeTreeNode::remove(const xstd::XRect& rect, XCellRange* range)
         m_bag.remove(range);
         return;
     }
-    for (auto& child : m_child) {
-        const xstd::XRect clipped = child ? child->m_rect.intersect(rect) : xstd::XRect();
-        if (clipped.isNull())
-            continue;
-        child->remove(clipped, range);
-        if (child->isEmpty())
-            child.reset();
+    if (const int i = quarterOf(rect); i >= 0) {
+        removeFrom(static_cast<size_t>(i), rect, range);
+        return;
     }
+    for (size_t i = 0; i < m_child.size(); ++i) {
+        const xstd::XRect clipped = quarter(i).intersect(rect);
+        if (!clipped.isNull())
+            removeFrom(i, clipped, range);
+    }
+}
+
+void XCellRangeTreeNode::removeFrom(size_t i, const xstd::XRect& rect, XCellRange* range)
+{
+    if (!m_child[i])
+        return;
+    m_child[i]->remove(rect, range);
+    if (m_child[i]->isEmpty())
+        m_child[i].reset();
+}
+
+void XCellRangeTreeNode::move(const xstd::XRect& from, const xstd::XRect& to, XCellRange* range)
+{
+    const bool keepsFrom = keeps(from);
+    if (keepsFrom && keeps(to)) {
+        m_bag.move(to, range);
+        return;
+    }
+    const int i = keepsFrom || keeps(to) ? -1 : quarterOf(from);
+    if (i >= 0 && i == quarterOf(to) && m_child[static_cast<size_t>(i)]) {
+        m_child[static_cast<size_t>(i)]->move(from, to, range);
+        return;
+    }
+    remove(from, range);
+    add(to, range);
 }
 
 void XCellRangeTreeNode::query(int32_t row, int32_t col, std::vector<XCellRange*>& out) const
@@ -201,6 +250,18 @@ void XCellRangeTree::remove(const xstd::XRect& rect, XCellRange* range)
     const xstd::XRect inside = m_root->rect().intersect(rect);
     if (!inside.isNull())
         m_root->remove(inside, range);
+}
+
+void XCellRangeTree::move(const xstd::XRect& from, const xstd::XRect& to, XCellRange* range)
+{
+    const xstd::XRect inside = m_root->rect().intersect(from);
+    const xstd::XRect insideTo = m_root->rect().intersect(to);
+    if (inside.isNull() || insideTo.isNull()) {
+        remove(from, range);
+        add(to, range);
+        return;
+    }
+    m_root->move(inside, insideTo, range);
 }
 
 size_t XCellRangeTree::getRanges(const xstd::XRect& rect, std::vector<XCellRange*>& out) const

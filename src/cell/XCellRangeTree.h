@@ -32,6 +32,8 @@ public:
     void add(const xstd::XRect& rect, XCellRange* range);
     /// Nothing happens when it is not here.
     void remove(XCellRange* range);
+    /// Files the reference, which is here, under another rectangle.
+    void move(const xstd::XRect& to, XCellRange* range);
     /// Appends all references to `out`.
     void appendTo(std::vector<XCellRange*>& out) const;
 
@@ -64,6 +66,8 @@ public:
     /// Stores, or drops, a range whose rectangle clipped to this node is `rect`, which is not null.
     void add(const xstd::XRect& rect, XCellRange* range);
     void remove(const xstd::XRect& rect, XCellRange* range);
+    /// remove and add in one; cheap for a short way.
+    void move(const xstd::XRect& from, const xstd::XRect& to, XCellRange* range);
     /// Appends what the point, or the rectangle, touches; both lie inside the node.
     void query(int32_t row, int32_t col, std::vector<XCellRange*>& out) const;
     void query(const xstd::XRect& rect, std::vector<XCellRange*>& out) const;
@@ -74,6 +78,10 @@ private:
     xstd::XRect quarter(size_t i) const noexcept;
     /// Whether a range that is clipped to `rect` here is stored at this node.
     bool keeps(const xstd::XRect& rect) const noexcept;
+    /// The quarter that holds the rectangle whole; -1 for one that lies in several.
+    int quarterOf(const xstd::XRect& rect) const noexcept;
+    XCellRangeTreeNode& forceChild(size_t i);
+    void removeFrom(size_t i, const xstd::XRect& rect, XCellRange* range);
 
     xstd::XRect m_rect;
     int32_t m_midRow;
@@ -102,6 +110,8 @@ public:
 
     void add(const xstd::XRect& rect, XCellRange* range);
     void remove(const xstd::XRect& rect, XCellRange* range);
+    /// Files a reference under another rectangle than the one with which it was added.
+    void move(const xstd::XRect& from, const xstd::XRect& to, XCellRange* range);
 
     /// Appends every reference that reads a part of `rect`, and perhaps the same one again;
     /// returns how many it appended. Raises "Rect is out of bound" ("cellRangeTree") when the

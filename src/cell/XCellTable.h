@@ -238,6 +238,7 @@ private:
     void forgetLinks() noexcept;
     std::vector<XCell*>& listOf(const XCell& cell) noexcept;
     void moveRect(const xstd::XRect& rect, int32_t dRow, int32_t dCol, xstd::XOptions options);
+    void setRef(XCellRange& range, const XCellRangeRef& ref);
     template <class F>
     void rewriteRanges(const xstd::XMergedRects& rects, const xstd::XRect& reach,
                        XSavedRanges& saved, F&& rewrite);

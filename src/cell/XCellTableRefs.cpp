@@ -80,6 +80,14 @@ std::vector<XCellRange*> XCellTable::rangesInto(const xstd::XMergedRects& rects)
     return ranges;
 }
 
+void XCellTable::setRef(XCellRange& range, const XCellRangeRef& ref)
+{
+    const bool isFiled = range.cell->isLinked() && ref.isCell() && ref.rect() != range.rect();
+    if (isFiled)
+        m_rangeTree->move(range.rect(), ref.rect(), &range);
+    range.ref = ref;
+}
+
 /// Calls rewrite(ref, area) with a copy of each reference into `rects` and the part of its
 /// rectangle that counts, and puts what it made of the copy in the reference's place.
 template <class F>
@@ -102,12 +110,7 @@ void XCellTable::rewriteRanges(const xstd::XMergedRects& rects, const xstd::XRec
             saved.emplace_hint(saved.end(), point, std::make_unique<XCellRanges>(*cell->ranges()));
         else if (std::unique_ptr<XCellRanges>& entry = saved[point]; !entry)
             entry = std::make_unique<XCellRanges>(*cell->ranges());
-        const bool isFiled = cell->isLinked() && ref.rect() != before;
-        if (isFiled)
-            m_rangeTree->remove(before, range);
-        range->ref = ref;
-        if (isFiled)
-            m_rangeTree->add(ref.rect(), range);
+        setRef(*range, ref);
     }
 }
 

@@ -112,12 +112,16 @@ void XCellTable::swapRangesBack(XSavedRanges& saved, const xstd::XMergedRects& l
         XCell* cell = cellAt(point.row, point.col);
         if (!cell)
             continue;
-        unlinkCell(cell);
-        if (options.has(optCopy))
+        if (cell->ranges() && cell->ranges()->size() == ranges->size()) {
+            for (size_t i = 0; i < ranges->size(); ++i)
+                setRef((*cell->ranges())[i], (*ranges)[i].ref);
+        } else {
+            unlinkCell(cell);
             cell->setRanges(*ranges);
-        else
-            cell->swapRanges(std::move(ranges));
-        linkCell(cell);
+            linkCell(cell);
+        }
+        if (!options.has(optCopy))
+            ranges.reset();
     }
 }
 

@@ -18,16 +18,6 @@ void pushUnlessNull(const XRect& rect, std::vector<XRect>& pieces)
 
 } // namespace
 
-XRect XRect::intersect(const XRect& rect) const
-{
-    if (isNull())
-        return *this;
-    if (rect.isNull())
-        return rect;
-    return {std::max(top, rect.top), std::max(left, rect.left), std::min(bottom, rect.bottom),
-            std::min(right, rect.right)};
-}
-
 XRect& XRect::offset_(int32_t dRow, int32_t dCol)
 {
     top += dRow;

@@ -53,7 +53,13 @@ struct XRect {
                std::max(left, rect.left) <= std::min(right, rect.right);
     }
     /// The overlap. A null rectangle on either side is the result; disjoint ones give a null one.
-    XRect intersect(const XRect& rect) const;
+    XRect intersect(const XRect& rect) const
+    {
+        if (isNull() || rect.isNull())
+            return isNull() ? *this : rect;
+        return {std::max(top, rect.top), std::max(left, rect.left), std::min(bottom, rect.bottom),
+                std::min(right, rect.right)};
+    }
 
     XRect& offset_(int32_t dRow, int32_t dCol);
     XRect offset(int32_t dRow, int32_t dCol) const { return XRect(*this).offset_(dRow, dCol); }
