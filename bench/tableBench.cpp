@@ -1,6 +1,9 @@
 // What a change costs in tables of the shapes that people build. Each figure is one edit of a cell,
 // as an undoable action, with the recalculation that it causes.
 
+#include "cell/XCellActionInsert.h"
+#include "cell/XCellActionMoveRect.h"
+#include "cell/XCellActionRemove.h"
 #include "cell/XCellActionSetText.h"
 #include "cell/XCellTable.h"
 #include "cell/cellName.h"
@@ -115,6 +118,100 @@ void enteringAChainOf10000(benchmark::State& state)
     }
 }
 
+/// One step of an action: done, taken back or done again; the other steps are not timed.
+enum Step { Do, Undo, Redo };
+
+template <class MakeAction>
+void timeStep(benchmark::State& state, MakeAction make)
+{
+    for (auto _ : state) {
+        state.PauseTiming();
+        std::unique_ptr<huge::XCellAction> action = make();
+        if (state.range(0) != Do)
+            action->do_();
+        if (state.range(0) == Redo)
+            action->undo_();
+        state.ResumeTiming();
+        if (state.range(0) == Do)
+            action->do_();
+        else if (state.range(0) == Undo)
+            action->undo_();
+        else
+            action->redo_();
+        state.PauseTiming();
+        if (state.range(0) != Undo)
+            action->undo_();
+        action.reset();
+        state.ResumeTiming();
+    }
+}
+
+void insertRowAbove100000(benchmark::State& state)
+{
+    const auto sheet = chain(100000);
+    timeStep(state,
+             [&] { return std::make_unique<huge::XCellActionInsertRow>(&sheet->table, 0, 1); });
+}
+
+void removeRowAbove100000(benchmark::State& state)
+{
+    const auto sheet = chain(100000);
+    sheet->table.resizeMainRect(xstd::XRect(0, 0, 100016, 16));
+    huge::XCellActionInsertRow(&sheet->table, 0, 1).do_();
+    timeStep(state,
+             [&] { return std::make_unique<huge::XCellActionRemoveRow>(&sheet->table, 0, 1); });
+}
+
+/// 1,000 rows of 100 formulas, each of which reads the cell to its left and the one above.
+void insertRowAboveBlock(benchmark::State& state)
+{
+    BenchTable sheet(1040, 112);
+    for (int32_t row = 1; row <= 1000; ++row) {
+        sheet.set(row, 0, "1");
+        for (int32_t col = 1; col <= 100; ++col)
+            sheet.put(row, col, huge::cellName(row, col - 1) + "-" + huge::cellName(row - 1, col));
+    }
+    sheet.recalcAll();
+    timeStep(state,
+             [&] { return std::make_unique<huge::XCellActionInsertRow>(&sheet.table, 0, 1); });
+}
+
+void moveBlockOf10000(benchmark::State& state)
+{
+    BenchTable sheet(1040, 112);
+    for (int32_t row = 0; row < 100; ++row) {
+        for (int32_t col = 0; col < 100; ++col) {
+            sheet.set(row, col, std::to_string(row));
+            sheet.put(row + 500, col, huge::cellName(row, col) + "+1");
+        }
+    }
+    sheet.recalcAll();
+    timeStep(state, [&] {
+        return std::make_unique<huge::XCellActionMoveRect>(&sheet.table, xstd::XRect(0, 0, 99, 99),
+                                                           150, 3, xstd::XOptions{huge::optPlain});
+    });
+}
+
+/// A row of a table of the greatest size that holds two cells.
+void insertRowInEmptyTable(benchmark::State& state)
+{
+    BenchTable sheet(huge::XCellPos::maxRow, huge::XCellPos::maxCol);
+    sheet.set(5, 5, "A3+1");
+    sheet.set(1000000, 3, "F6");
+    timeStep(state,
+             [&] { return std::make_unique<huge::XCellActionInsertRow>(&sheet.table, 2, 1); });
+}
+
+void steps(benchmark::internal::Benchmark* bench)
+{
+    bench->ArgName("step")->Arg(Do)->Arg(Undo)->Arg(Redo)->Unit(benchmark::kMillisecond);
+}
+
+BENCHMARK(insertRowAbove100000)->Apply(steps);
+BENCHMARK(removeRowAbove100000)->Apply(steps);
+BENCHMARK(insertRowAboveBlock)->Apply(steps);
+BENCHMARK(moveBlockOf10000)->Apply(steps);
+BENCHMARK(insertRowInEmptyTable)->Apply(steps);
 BENCHMARK(chainOf10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(fanOf100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(gridOf300By300)->Unit(benchmark::kMillisecond);
