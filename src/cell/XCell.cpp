@@ -9,6 +9,7 @@
 #include "script/XScriptRunner.h"
 
 #include <cassert>
+#include <stdexcept>
 #include <utility>
 
 namespace huge {
@@ -171,8 +172,15 @@ const xstd::XString& XCell::valueText() const
 {
     if (!m_displayText) {
         const XFormatRule rule = m_extend ? m_extend->rule() : XFormatRule();
-        m_displayText =
-            std::make_unique<xstd::XString>(m_value.object() ? m_value.fmt(rule) : xstd::XString());
+        xstd::XString text;
+        try {
+            if (m_value.object())
+                text = m_value.fmt(rule);
+        } catch (const std::runtime_error& failure) {
+            // A number of more digits than a text may have. Who paints cells must not fail.
+            text = XCellVarError(cellValueError, failure.what()).toString();
+        }
+        m_displayText = std::make_unique<xstd::XString>(std::move(text));
     }
     return *m_displayText;
 }

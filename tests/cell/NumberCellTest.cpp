@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include <stdexcept>
 #include <string>
 #include <vector>
 
@@ -99,6 +100,23 @@ TEST(Numbers, ChangeTheirReaders)
     EXPECT_EQ(sheet.value("B1"), "4");
     sheet.actions.undo_();
     EXPECT_EQ(sheet.value("C1"), "-2 + 2i");
+}
+
+// As a number is whose digits pass the limit.
+class Textless final : public HugeVar {
+public:
+    bool isNull() const override { return false; }
+    xstd::XString fmt(const XFormatRule&) const override
+    {
+        throw std::runtime_error("Number size must less than 20800");
+    }
+};
+
+TEST(Values, WithoutATextShowWhy)
+{
+    Sheet sheet;
+    sheet.force("A1")->setValue(HugeVariant::make<Textless>());
+    EXPECT_EQ(sheet.value("A1"), "valueError: Number size must less than 20800");
 }
 
 } // namespace
