@@ -43,6 +43,22 @@ void thousandDigitProducts(benchmark::State& state)
     runScript(state, "var s = 1; for (var i = 1; i < 1000; i += 1) { s *= i; } s % 1000003");
 }
 
+void millionSumsOfFloats(benchmark::State& state)
+{
+    runScript(state, "var s = 0.0; for (var i = 0; i < 1000000; i += 1) { s += 0.25; } s");
+}
+
+void millionSumsOfResidues(benchmark::State& state)
+{
+    runScript(state, "var s = mod(0, 10 ** 18);"
+                     "for (var i = 0; i < 1000000; i += 1) { s += 10 ** 17; } s");
+}
+
+void sineOf100Limbs(benchmark::State& state)
+{
+    runScript(state, "sin(1.5..100)");
+}
+
 /// What one small formula of a table costs.
 void smallFormula(benchmark::State& state)
 {
@@ -54,6 +70,9 @@ BENCHMARK(fibOf25ByClosures)->Unit(benchmark::kMillisecond);
 BENCHMARK(textOf10000Steps)->Unit(benchmark::kMillisecond);
 BENCHMARK(millionCallsOfABuiltIn)->Unit(benchmark::kMillisecond);
 BENCHMARK(thousandDigitProducts)->Unit(benchmark::kMillisecond);
+BENCHMARK(millionSumsOfFloats)->Unit(benchmark::kMillisecond);
+BENCHMARK(millionSumsOfResidues)->Unit(benchmark::kMillisecond);
+BENCHMARK(sineOf100Limbs)->Unit(benchmark::kMicrosecond);
 BENCHMARK(smallFormula);
 
 } // namespace
