@@ -1,11 +1,13 @@
 #include "cell/XCell.h"
 #include "cell/XCellRawExtend.h"
 #include "cell/XCellTable.h"
+#include "cell/XCellVarError.h"
 #include "cell/pastedSource.h"
 
 #include <cstring>
 #include <exception>
 #include <limits>
+#include <stdexcept>
 #include <utility>
 
 namespace huge {
@@ -17,6 +19,17 @@ uint64_t bitsOf(const XCellPos& pos)
     uint64_t bits = 0;
     std::memcpy(&bits, &pos, sizeof(bits)); // images hold positions as they lie in memory
     return bits;
+}
+
+/// The value in the default format. One that has no text, such as a number of too many digits,
+/// stands as its failure.
+xstd::XString imageText(const HugeVariant& value)
+{
+    try {
+        return value.isNull() ? xstd::XString() : value.fmt(XFormatRule());
+    } catch (const std::runtime_error& failure) {
+        return XCellVarError(cellValueError, failure.what()).toString();
+    }
 }
 
 /// The references of the shared script, in relative form. Nobody reads them back: the text has
@@ -73,7 +86,7 @@ std::vector<uint8_t> XCell::toVector() const
     record.putInt(m_row);
     record.putInt(m_col);
     record.putString(scriptText(false));
-    record.putString(m_value.isNull() ? xstd::XString() : m_value.fmt(XFormatRule()));
+    record.putString(imageText(m_value));
     record.putBytes(state.bytes());
     record.putBytes(m_script ? referenceImage(*m_script) : std::vector<uint8_t>());
     record.putBytes(m_extend ? m_extend->toBinary() : std::vector<uint8_t>());
