@@ -2,10 +2,11 @@
 
 #include "common/XNumberText.h"
 #include "numbers/XRadixInt.h"
+#include "numbers/byteForms.h"
 
 #include <memory>
-#include <stdexcept>
 #include <string>
+#include <vector>
 
 namespace huge {
 
@@ -58,6 +59,13 @@ xstd::XString decimalText(const HugeInteger& value, const XFormatRule& rule)
     return text;
 }
 
+xstd::XString bytesText(const HugeInteger& value, const XFormatRule& rule)
+{
+    std::vector<uint8_t> bytes;
+    appendLimbs(bytes, value.limbs(), value.size());
+    return groupText(rule, baseText(rule.radix, bytes.data(), bytes.size()));
+}
+
 /// The digits of a decimal literal's integer part once its exponent has moved the point.
 xstd::XString shiftedDigits(const xstd::XNumberText& number)
 {
@@ -94,7 +102,7 @@ xstd::XString HugeInteger::fmt(const XFormatRule& rule) const
         return binaryText(*this, rule);
     case 58:
     case 64:
-        throw std::runtime_error("Base58 and Base64 text of numbers is not available");
+        return bytesText(*this, rule);
     default:
         return decimalText(*this, rule);
     }

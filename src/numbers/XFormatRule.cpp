@@ -41,15 +41,23 @@ xstd::XString groupInteger(const xstd::XString& digits, const XFormatRule& rule)
     return joinGroups(digits, first, size, char(rule.breakchar));
 }
 
+xstd::XString groupFraction(const xstd::XString& digits, const XFormatRule& rule)
+{
+    xstd::XString text = digits;
+    if (rule.trimmant != 0 || rule.mantissa < 1)
+        text.erase(text.find_last_not_of('0') + 1);
+    else
+        text.resize(size_t(rule.mantissa), '0');
+    if (rule.breakchar == 0)
+        return text;
+    const size_t size = groupSize(rule);
+    return joinGroups(text, size, size, char(rule.breakchar));
+}
+
 xstd::XString decimalTail(const XFormatRule& rule)
 {
-    if (rule.trimmant != 0 || rule.mantissa < 1)
-        return "";
-    const std::string zeros(size_t(rule.mantissa), '0');
-    if (rule.breakchar == 0)
-        return "." + zeros;
-    const size_t size = groupSize(rule);
-    return "." + joinGroups(zeros, size, size, char(rule.breakchar));
+    const xstd::XString zeros = groupFraction("", rule);
+    return zeros.empty() ? zeros : xstd::XString("." + zeros);
 }
 
 xstd::XString groupText(const XFormatRule& rule, const xstd::XString& text)

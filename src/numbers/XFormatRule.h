@@ -35,6 +35,10 @@ size_t groupSize(const XFormatRule& rule) noexcept;
 /// Groups the digits of an integer, counted from the right; no digits at all become "0".
 xstd::XString groupInteger(const xstd::XString& digits, const XFormatRule& rule);
 
+/// The digits behind a point as the rule asks: without zeros at the end, or exactly as many as it
+/// tells, cut or filled up; grouped from the left.
+xstd::XString groupFraction(const xstd::XString& digits, const XFormatRule& rule);
+
 /// What zero and every integer show behind their digits: a point and zeros where the rule asks
 /// for a fixed count of digits behind the point, else nothing.
 xstd::XString decimalTail(const XFormatRule& rule);

@@ -2,9 +2,9 @@
 
 #include "common/XStop.h"
 #include "numbers/HugeInteger.h"
+#include "numbers/radixDigits.h"
 
 #include <algorithm>
-#include <array>
 #include <string>
 #include <utility>
 #include <vector>
@@ -12,52 +12,6 @@
 namespace huge {
 
 namespace {
-
-constexpr std::array<uint8_t, 256> makeHexValues()
-{
-    std::array<uint8_t, 256> values{};
-    values.fill(255);
-    for (uint8_t i = 0; i < 10; ++i)
-        values[size_t('0' + i)] = i;
-    for (uint8_t i = 0; i < 6; ++i) {
-        values[size_t('A' + i)] = uint8_t(10 + i);
-        values[size_t('a' + i)] = uint8_t(10 + i);
-    }
-    return values;
-}
-
-constexpr std::array<uint8_t, 256> hexValues = makeHexValues();
-constexpr char hexDigits[] = "0123456789ABCDEF";
-
-/// Puts the digits of text from begin on, each of width bits, into limbs from the low end up.
-template <class ValueOf>
-void packDigits(const std::string& text, size_t begin, unsigned width, Limb* limbs, ValueOf valueOf)
-{
-    size_t bit = 0;
-    for (size_t i = text.size(); i-- > begin; bit += width) {
-        const Limb value = valueOf(static_cast<unsigned char>(text[i])) & ((Limb(1) << width) - 1);
-        limbs[bit / 64] |= value << (bit % 64);
-        // An octal digit can lie across two limbs. The upper one exists if the part is not zero or
-        // more digits follow; the count of limbs covers every bit of every digit.
-        if (bit % 64 + width > 64)
-            limbs[bit / 64 + 1] |= value >> (64 - bit % 64);
-    }
-}
-
-/// The digits of width bits each, from the highest that is not 0 down.
-std::string unpackDigits(const Limb* limbs, size_t n, size_t bits, unsigned width)
-{
-    const size_t count = (bits + width - 1) / width;
-    std::string digits(count, '0');
-    for (size_t i = 0; i < count; ++i) {
-        const size_t bit = i * width;
-        Limb value = limbs[bit / 64] >> (bit % 64);
-        if (bit % 64 + width > 64 && bit / 64 + 1 < n)
-            value |= limbs[bit / 64 + 1] << (64 - bit % 64);
-        digits[count - 1 - i] = hexDigits[value & ((Limb(1) << width) - 1)];
-    }
-    return digits;
-}
 
 // The most decimal digits that a limb holds, and 10 to their power.
 constexpr size_t decimalStep = 19;
@@ -210,7 +164,7 @@ XRadixInt2& XRadixInt2::parse_(const xstd::XString& text)
         return *this;
     }
     makeCleared((text.size() - begin + 63) / 64);
-    packDigits(text, begin, 1, m_limbs, [](unsigned char c) { return Limb(c - '0'); });
+    packDigits(text, begin, 1, m_limbs);
     return *this;
 }
 
@@ -227,7 +181,7 @@ XRadixInt8& XRadixInt8::parse_(const xstd::XString& text)
         return *this;
     }
     makeCleared(((text.size() - begin) * 3 + 63) / 64);
-    packDigits(text, begin, 3, m_limbs, [](unsigned char c) { return Limb(c - '0'); });
+    packDigits(text, begin, 3, m_limbs);
     return *this;
 }
 
@@ -244,7 +198,7 @@ XRadixInt16& XRadixInt16::parse_(const xstd::XString& text)
         return *this;
     }
     makeCleared((text.size() - begin + 15) / 16);
-    packDigits(text, begin, 4, m_limbs, [](unsigned char c) { return Limb(hexValues[c]); });
+    packDigits(text, begin, 4, m_limbs);
     return *this;
 }
 

@@ -1,8 +1,8 @@
 #include "values/HugeVarData.h"
 
 #include "common/XTextForms.h"
+#include "numbers/byteForms.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 
 #include <algorithm>
 #include <compare>

@@ -2,9 +2,9 @@
 
 #include "numbers/HugeImag.h"
 #include "numbers/HugeMod.h"
+#include "numbers/byteForms.h"
 #include "numbers/elementary.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 #include "values/operands.h"
 #include "values/realFunctions.h"
 

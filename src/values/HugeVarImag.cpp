@@ -1,7 +1,7 @@
 #include "values/HugeVarImag.h"
 
+#include "numbers/byteForms.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 #include "values/operands.h"
 
 namespace huge {

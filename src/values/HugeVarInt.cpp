@@ -3,10 +3,10 @@
 #include "numbers/HugeFloat.h"
 #include "numbers/HugeImag.h"
 #include "numbers/HugeMod.h"
+#include "numbers/byteForms.h"
 #include "numbers/elementary.h"
 #include "numbers/numberTheory.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 #include "values/operands.h"
 #include "values/realFunctions.h"
 

@@ -2,8 +2,8 @@
 
 #include "numbers/HugeFloat.h"
 #include "numbers/HugeImag.h"
+#include "numbers/byteForms.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 #include "values/operands.h"
 
 namespace huge {

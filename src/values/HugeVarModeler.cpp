@@ -1,8 +1,8 @@
 #include "values/HugeVarModeler.h"
 
 #include "numbers/HugeFloat.h"
+#include "numbers/byteForms.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 
 namespace huge {
 

@@ -6,8 +6,8 @@
 #include "numbers/HugeImag.h"
 #include "numbers/HugeMod.h"
 #include "numbers/XFormatRule.h"
+#include "numbers/byteForms.h"
 #include "values/HugeVariant.h"
-#include "values/byteForms.h"
 
 #include <algorithm>
 #include <cmath>

@@ -1,4 +1,4 @@
-#include "values/byteForms.h"
+#include "numbers/byteForms.h"
 
 #include "hash/XBase58.h"
 #include "hash/XBase64.h"
