@@ -129,6 +129,8 @@ TEST(ComplexArithmetic, ReachesEveryQuotientThatAFloatHolds)
 
 TEST(ComplexText, ShowsThePartsThatAreThere)
 {
+    XFormatRule hexadecimal;
+    hexadecimal.radix = 16;
     XFormatRule places;
     places.mantissa = 2;
     const struct {
@@ -144,6 +146,8 @@ TEST(ComplexText, ShowsThePartsThatAreThere)
         {complex(0, 0), {}, "0i"},
         {HugeImag(), {}, "0i"},
         {HugeImag(HugeFloat(3), HugeFloat()), {}, "3"},
+        {complex(-10, -0.5), hexadecimal, "-0xA.0 - 0x0.8i"},
+        {complex(1, 0.5), places, "1.00 + 0.50i"},
         {complex(0, 0), places, "0.00i"},
     };
     for (const auto& row : rows)
