@@ -1,7 +1,6 @@
 #include "numbers/HugeFloat.h"
 
 #include <algorithm>
-#include <bit>
 #include <cmath>
 #include <limits>
 #include <stdexcept>
@@ -13,17 +12,13 @@ void failFloatExponent()
     throw std::runtime_error("HugeFloat exponent is out of range");
 }
 
-namespace {
-
-int32_t checked(int64_t exponent)
+int32_t floatExponent(int64_t exponent)
 {
     if (exponent < std::numeric_limits<int32_t>::min() ||
         exponent > std::numeric_limits<int32_t>::max())
         failFloatExponent();
     return int32_t(exponent);
 }
-
-} // namespace
 
 Limb* HugeFloat::copyBlock(const Limb* block)
 {
@@ -41,30 +36,30 @@ HugeFloat& HugeFloat::operator=(const HugeFloat& other)
     return *this = HugeFloat(other);
 }
 
-HugeFloat HugeFloat::fromMagnitude(uint64_t m, bool negative, size_t n)
+HugeFloat HugeFloat::fromMagnitude(uint64_t magnitude, bool negative, size_t limbCount)
 {
-    Limb* r = LimbPool::allocate(std::max<size_t>(n, 1));
-    const size_t k = LimbPool::count(r);
-    limbsZero(r, k);
-    if (m != 0) {
-        const unsigned lz = unsigned(__builtin_clzll(m));
-        r[k - 1] = m << lz;
-        LimbPool::setExponent(r, int32_t(63 - lz));
-        LimbPool::setNegative(r, negative);
+    const size_t n = std::max<size_t>(limbCount, 1);
+    Limb* block = LimbPool::allocate(n);
+    limbsZero(block, n);
+    if (magnitude != 0) {
+        const int leading = __builtin_clzll(magnitude);
+        block[n - 1] = magnitude << leading;
+        LimbPool::setExponent(block, 63 - leading);
+        LimbPool::setNegative(block, negative);
     }
-    return fromBlock(r);
+    return fromBlock(block);
 }
 
-HugeFloat HugeFloat::fromDouble(double v, size_t n)
+HugeFloat HugeFloat::fromDouble(double value, size_t limbCount)
 {
-    if (!std::isfinite(v))
+    if (!std::isfinite(value))
         throw std::runtime_error("A float must be finite");
-    int e = 0;
-    const double f = std::frexp(std::fabs(v), &e);
-    HugeFloat r = fromMagnitude(uint64_t(std::ldexp(f, 64)), v < 0, n);
-    if (!r.isZero())
-        LimbPool::setExponent(r.m_limbs, e - 1);
-    return r;
+    int exponent = 0;
+    const double fraction = std::frexp(std::fabs(value), &exponent); // from 1/2 to below 1, or 0
+    HugeFloat result = fromMagnitude(uint64_t(std::ldexp(fraction, 64)), value < 0, limbCount);
+    if (!result.isZero())
+        LimbPool::setExponent(result.m_limbs, exponent - 1);
+    return result;
 }
 
 HugeFloat::HugeFloat(const HugeInteger& value) : HugeFloat(HugeInteger(value)) {}
@@ -73,16 +68,16 @@ HugeFloat::HugeFloat(HugeInteger&& value)
 {
     if (value.isNull())
         return;
-    const size_t n = value.size();
-    Limb* r = LimbPool::allocate(n);
-    limbsCopy(r, value.limbs(), n);
-    const size_t lz = value.leadingZeroBits();
-    if (!value.isZero()) {
-        limbsShl(r, n, lz);
-        LimbPool::setExponent(r, int32_t(64 * n - lz - 1));
-        LimbPool::setNegative(r, value.isNegative());
-    }
-    m_limbs = r;
+    m_limbs = std::move(value).releaseBlock();
+    const size_t n = limbCount();
+    const bool negative = LimbPool::isNegative(m_limbs);
+    const size_t leading = limbsLeadingZeros(m_limbs, n);
+    m_limbs[-1] = n;
+    if (leading == 64 * n)
+        return;
+    limbsShl(m_limbs, n, leading);
+    LimbPool::setExponent(m_limbs, int32_t(64 * n - leading - 1));
+    LimbPool::setNegative(m_limbs, negative);
 }
 
 HugeFloat HugeFloat::fromHeaderAndBytes(uint64_t headerWord, const uint8_t* bytes, size_t byteCount)
@@ -148,7 +143,7 @@ HugeFloat HugeFloat::shiftExponent(int64_t count) const
     int64_t e;
     if (__builtin_sub_overflow(int64_t(exponent()), count, &e))
         failFloatExponent();
-    LimbPool::setExponent(r.m_limbs, checked(e));
+    LimbPool::setExponent(r.m_limbs, floatExponent(e));
     return r;
 }
 
@@ -170,7 +165,7 @@ HugeFloat HugeFloat::resize(size_t count, bool round) const
         r[count - 1] = Limb(1) << 63;
         ++e;
     }
-    LimbPool::setExponent(r, checked(e));
+    LimbPool::setExponent(r, floatExponent(e));
     LimbPool::setNegative(r, isNegative());
     return x;
 }
@@ -233,123 +228,6 @@ double HugeFloat::asDouble() const noexcept
     const double m = double(m_limbs[limbCount() - 1] >> 11);
     const double r = std::ldexp(m, std::clamp(exponent(), -5000, 5000) - 52);
     return isNegative() ? -r : r;
-}
-
-HugeFloat HugeFloat::sumOf(const HugeFloat& a, const HugeFloat& b, bool negateB)
-{
-    if (b.isZero())
-        return a;
-    if (a.isZero())
-        return negateB ? b.negate() : b;
-    const size_t n = std::max(a.limbCount(), b.limbCount());
-    HugeFloat x = a.resize(n, false), y = b.resize(n, false);
-    if (negateB)
-        y.negate_();
-    const int64_t d = int64_t(x.exponent()) - y.exponent();
-    int64_t e = std::max(x.exponent(), y.exponent());
-    if (d > 0)
-        limbsShr(y.m_limbs, n, size_t(d));
-    else if (d < 0)
-        limbsShr(x.m_limbs, n, size_t(-d));
-    bool negative = x.isNegative();
-    if (negative == y.isNegative()) {
-        if (limbsAddTo(x.m_limbs, n, y.m_limbs, n) != 0) {
-            limbsShr(x.m_limbs, n, 1);
-            x.m_limbs[n - 1] |= Limb(1) << 63;
-            ++e;
-        }
-    } else {
-        if (limbsSubFrom(x.m_limbs, n, y.m_limbs, n) != 0)
-            negative = !negative;
-        if (limbsIsZero(x.m_limbs, n))
-            return std::move(x.zero_());
-        const size_t lz = limbsLeadingZeros(x.m_limbs, n);
-        limbsShl(x.m_limbs, n, lz);
-        e -= int64_t(lz);
-    }
-    LimbPool::setExponent(x.m_limbs, checked(e));
-    LimbPool::setNegative(x.m_limbs, negative);
-    return x;
-}
-
-HugeFloat HugeFloat::productOf(const HugeFloat& a, const HugeFloat& b)
-{
-    if (a.isZero())
-        return a;
-    const size_t nA = a.limbCount(), nB = b.limbCount(), n = std::max(nA, nB);
-    if (b.isZero())
-        return HugeFloat(0, n);
-    LimbScratch t(nA + nB);
-    limbsZero(t, nA + nB); // a product is added up in its array
-    limbsMul(a.m_limbs, nA, b.m_limbs, nB, t);
-    int64_t e = int64_t(a.exponent()) + b.exponent() + 1;
-    if (t[nA + nB - 1] >> 63 == 0) {
-        limbsShl(t, nA + nB, 1);
-        --e;
-    }
-    Limb* r = LimbPool::allocate(n);
-    HugeFloat x = fromBlock(r);
-    limbsCopy(r, t + (nA + nB - n), n);
-    LimbPool::setExponent(r, checked(e));
-    LimbPool::setNegative(r, a.isNegative() != b.isNegative());
-    return x;
-}
-
-HugeFloat HugeFloat::quotientOf(const HugeFloat& a, const HugeFloat& b)
-{
-    if (a.isZero())
-        return a;
-    if (b.isZero())
-        throw std::runtime_error("div by zero");
-    const size_t nA = a.limbCount(), nB = b.limbCount(), n = std::max(nA, nB);
-    LimbScratch num(n + nB), q(n);
-    limbsZero(num, n + nB - nA);
-    limbsCopy(num + (n + nB - nA), a.m_limbs, nA);
-    int64_t e = int64_t(a.exponent()) - b.exponent() - 1;
-    if (limbsDiv(num, n + nB, b.m_limbs, nB, q) != 0) {
-        limbsShr(q, n, 1);
-        q[n - 1] |= Limb(1) << 63;
-        ++e;
-    }
-    Limb* r = LimbPool::allocate(n);
-    HugeFloat x = fromBlock(r);
-    limbsCopy(r, q, n);
-    LimbPool::setExponent(r, checked(e));
-    LimbPool::setNegative(r, a.isNegative() != b.isNegative());
-    return x;
-}
-
-HugeFloat operator%(const HugeFloat& a, const HugeFloat& b)
-{
-    return a - (a / b).trunc() * b;
-}
-
-HugeFloat HugeFloat::sqrt() const
-{
-    if (isNegative())
-        throw std::runtime_error("Negative numbers cannot be squared");
-    if (isZero() || isOne())
-        return *this;
-    const size_t n = limbCount();
-    HugeInteger m;
-    m.fromLimbs_(m_limbs, n);
-    m.grow_(2 * n + 2);
-    // root of m * 2^k with k chosen so that the exponent is even and the root has 64 n bits or more
-    int64_t x = int64_t(exponent()) - 64 * int64_t(n) + 1;
-    int64_t k = 64 * int64_t(n);
-    if ((x - k) & 1)
-        ++k;
-    m <<= k;
-    HugeInteger r = m.sqrt();
-    while (r * r > m)
-        r -= HugeInteger(1);
-    while ((r + HugeInteger(1)) * (r + HugeInteger(1)) <= m)
-        r += HugeInteger(1);
-    HugeFloat f(r.trim());
-    const int64_t e = f.exponent() + (x - k) / 2;
-    f.resize_(n, true);
-    LimbPool::setExponent(f.m_limbs, checked(e));
-    return f;
 }
 
 int HugeFloat::compare(const HugeFloat& b) const noexcept
