@@ -8,18 +8,21 @@ XCellActionInsert::XCellActionInsert(XCellTable* table, XCellAxis axis, const xs
                                      const char* name)
     : XCellBandAction(table, axis, band, axis == XCellAxis::Rows ? band.top : band.left, name)
 {
+    const xstd::XRect behind = m_movedRect;
     const int32_t last = lastMoved();
     const int32_t size = bandSize();
-    const xstd::XRect moved = m_movedRect;
-    setMoved(last, size);
-    if (m_movedRect.isNull())
-        return;
-    // References end at the limits, but a cell must not be pushed out there.
-    const int32_t lastCell = isByRows() ? m_table->lastUsedRow(moved) : m_table->lastUsedCol(moved);
     const int32_t limit = isByRows() ? XCellPos::maxRow : XCellPos::maxCol;
-    const int64_t edge =
-        std::max(int64_t(lastCell) + size, std::min(int64_t(last) + size, int64_t(limit)));
-    const int32_t needed = static_cast<int32_t>(std::min(edge, int64_t(limit) + 1));
+    setMoved(last, size);
+    if (last < 0)
+        return;
+    int64_t edge = std::min(int64_t(last) + size, int64_t(limit));
+    if (!m_movedRect.isNull()) {
+        // References end at the limits, but a cell must not be pushed out there.
+        const int64_t lastCell =
+            isByRows() ? m_table->lastUsedRow(behind) : m_table->lastUsedCol(behind);
+        edge = std::max(edge, std::min(lastCell + size, int64_t(limit) + 1));
+    }
+    const int32_t needed = static_cast<int32_t>(edge);
     growTo(isByRows() ? xstd::XRect(0, 0, needed, 0) : xstd::XRect(0, 0, 0, needed), name);
 }
 

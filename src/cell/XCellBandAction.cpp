@@ -38,7 +38,7 @@ int32_t XCellBandAction::lastMoved() const
 void XCellBandAction::setMoved(int32_t last, int32_t shift)
 {
     (isByRows() ? m_movedRect.bottom : m_movedRect.right) = last;
-    if (bandSize() == 0 || m_movedRect.isNull()) {
+    if (m_movedRect.isNull()) {
         m_movedRect = xstd::XRect();
         return;
     }

@@ -385,14 +385,19 @@ XCellLevels XCellTable::levelsFrom(const std::vector<XCell*>& seeds)
 
 XCellLevels XCellTable::levelsFromRects(const xstd::XMergedRects& rects, bool withCells)
 {
-    std::vector<XCell*> seeds;
-    for (const xstd::XRect& rect : rects) {
-        appendRectReaders(rect, seeds);
-        if (withCells)
-            forEachCell(rect, [&](XCell* cell) { seeds.push_back(cell); });
+    // First the cells: they come in an order in which the passes over them go through the memory
+    // from front to back.
+    XCellLevelBuilder builder(*this);
+    if (withCells) {
+        for (const xstd::XRect& rect : rects)
+            forEachCell(rect, [&](XCell* cell) { builder.add(cell); });
     }
-    // No seeds would mean every linked cell to levelsFrom.
-    return seeds.empty() ? XCellLevels() : levelsFrom(seeds);
+    std::vector<XCell*> readers;
+    for (const xstd::XRect& rect : rects)
+        appendRectReaders(rect, readers);
+    for (XCell* reader : readers)
+        builder.add(reader);
+    return builder.build();
 }
 
 void XCellTable::calcLevels(xstd::XMergedRects& changed, const XCellLevels& levels)

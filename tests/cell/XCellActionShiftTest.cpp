@@ -241,6 +241,9 @@ TEST(Rings, ReferencesOfACellThatIsHeldOutAreRewritten)
 TEST(Growth, GoesInStepsOf16UpToTheLimits)
 {
     Sheet sheet;
+    sheet.table.setMainRect(xstd::XRect(0, 0, 15, 15), 4);
+    make<XCellActionInsertRow>(3, 20)(&sheet.table); // nothing shifts, and yet there is room
+    EXPECT_EQ(sheet.table.mainRect(), xstd::XRect(0, 0, 32, 15));
     sheet.table.setMainRect(xstd::XRect(0, 0, 31, 15), 4);
     sheet.set("A32", "1");
     sheet.set("B1", "A32 + 1");
