@@ -55,25 +55,60 @@ PlacedDigits placeDigits(const xstd::XNumberText& number, size_t limbCount)
     return placed;
 }
 
-/// integer * 10^zeros, truncated. The power of five in it is longer than limbCount limbs, so the
-/// exact value lies strictly between two floats of that length.
+/// integer * 10^zeros, truncated. The power of five in it is longer than limbCount limbs, and than
+/// the integer where zeros is negative, so the exact value lies strictly between two floats of that
+/// length.
 HugeFloat timesPowerOf10(const HugeInteger& integer, int64_t zeros, size_t limbCount)
 {
     constexpr int64_t bitsPer1000Digits = 3321;
-    if (zeros / 1000 * bitsPer1000Digits > std::numeric_limits<int32_t>::max())
+    const int64_t places = std::abs(zeros);
+    if (places / 1000 * bitsPer1000Digits > std::numeric_limits<int32_t>::max())
         failFloatExponent();
     constexpr int64_t doubtfulBits = 8;
     for (size_t guard = 1;; guard *= 2) {
         xstd::XStop::poll();
         const size_t p = limbCount + guard;
-        const HugeFloat value =
-            HugeFloat(integer).resize(p, false) * powInt(HugeFloat(10, p), HugeInteger(zeros));
+        const HugeFloat digits = HugeFloat(integer).resize(p, false);
+        const HugeFloat power = powInt(HugeFloat(5, p), HugeInteger(places));
+        const HugeFloat value = zeros < 0 ? digits / power : digits * power;
         const HugeFloat doubt =
             HugeFloat(1).shiftExponent(64 * int64_t(p) - doubtfulBits - int64_t(value.exponent()));
         HugeFloat below = (value - doubt).resize(limbCount, false);
         if (below == (value + doubt).resize(limbCount, false))
-            return below;
+            return below.shiftExponent(-zeros);
     }
+}
+
+/// The number behind a point with no integer part in front, not 0, truncated. Zeros in front of its
+/// first digit cost no bits: it is its digits as a whole number, divided by the power of ten.
+HugeFloat readDecimalFraction(const xstd::XString& fraction, size_t limbCount)
+{
+    const size_t first = fraction.find_first_not_of('0');
+    const size_t places = fraction.find_last_not_of('0') + 1;
+    XRadixInt10 digits;
+    digits.parse_(fraction.substr(first, places - first));
+    constexpr size_t maxPower5 = 64 * (LimbPool::limit - 1) / 2322 * 1000;
+    if (places > maxPower5) {
+        HugeInteger integer;
+        integer.fromLimbs_(digits.limbs(), digits.size());
+        return timesPowerOf10(integer.trim(), -int64_t(places), limbCount);
+    }
+    const HugeInteger power = HugeInteger(5).pow(int64_t(places)).trim();
+    const size_t nDen = power.size();
+    // So many limbs that the quotient is longer than the result.
+    const size_t nNum = std::max(digits.size(), nDen + limbCount + 1) + 1;
+    const size_t raised = nNum - 1 - digits.size();
+    LimbScratch num(nNum);
+    limbsZero(num, nNum);
+    limbsCopy(num + raised, digits.limbs(), digits.size());
+    LimbScratch den(nDen);
+    const unsigned shift = unsigned(power.leadingZeroBits());
+    limbsShlSmall(power.limbs(), nDen, shift, den);
+    limbsShlSmall(num, nNum, shift, num);
+    LimbScratch quotient(nNum - nDen); // no digit above: num has a limb to spare
+    limbsDiv(num, nNum, den, nDen, quotient);
+    return HugeFloat::fromLimbs_(quotient, nNum - nDen, nullptr, 0, limbCount)
+        .shiftExponent(int64_t(64 * raised + places));
 }
 
 /// Limbs of the fraction that a result of limbCount limbs needs: zeros in front of the first digit
@@ -110,6 +145,8 @@ HugeFloat readDecimal(const xstd::XNumberText& number, size_t limbCount)
     if (isZero)
         return HugeFloat(0, limbCount);
     const PlacedDigits placed = placeDigits(number, limbCount);
+    if (placed.integer.find_first_not_of('0') == std::string::npos)
+        return readDecimalFraction(placed.fraction, limbCount);
     if (placed.zeros == 0)
         return readPlaced<XRadixInt10, XRadixMantissa10>(placed, limbCount, 3322);
     HugeInteger integer;

@@ -15,26 +15,22 @@ namespace {
 /// The last bits of a product or quotient of floats that may be wrong.
 constexpr int64_t doubtfulBits = 8;
 
+/// The longest number that leaves room for guard limbs below the limit.
+constexpr size_t maxWorkedLimbs = LimbPool::limit - 10;
+
 /// 5^places needs fewer bits than this.
 int64_t bitsOfPower5(int64_t places)
 {
     return int64_t(double(places) * 2.3219281) + 2;
 }
 
-/// x * 10^places on p limbs, of which the last doubtfulBits may be wrong.
-HugeFloat timesPowerOf10(const HugeFloat& x, int64_t places, size_t p)
+/// 5^places for places >= 0: exact where p limbs hold it, else on p limbs with its last bits in
+/// doubt. It stays in the range of exponents wherever a float is brought near its unit.
+HugeFloat powerOf5(int64_t places, size_t p)
 {
-    const HugeFloat value = x.resize(p, false);
-    const int64_t size = std::abs(places);
-    if (bitsOfPower5(size) <= 64 * int64_t(p)) {
-        const HugeFloat power(HugeInteger(5).pow(size).trim());
-        return (places < 0 ? value / power : value * power).shiftExponent(-places);
-    }
-    // In halves: the power of a number near the end of the range would lie beyond it.
-    const HugeFloat ten(10, p);
-    const HugeFloat first = powInt(ten, HugeInteger(size / 2));
-    const HugeFloat second = powInt(ten, HugeInteger(size - size / 2));
-    return places < 0 ? value / first / second : value * first * second;
+    if (bitsOfPower5(places) <= 64 * int64_t(p))
+        return HugeFloat(HugeInteger(5).pow(places).trim());
+    return powInt(HugeFloat(5, p), HugeInteger(places));
 }
 
 /// The least integer that is not below the exact number of which value is an approximation, or
@@ -74,10 +70,14 @@ std::optional<Candidates> candidatesOn(size_t p, const HugeFloat& x, int64_t pla
     HugeInteger mantissa;
     mantissa.fromLimbs_(x.limbs(), x.limbCount());
     const int64_t unit = int64_t(x.exponent()) - 64 * int64_t(x.limbCount()) + 1;
-    const HugeFloat low = timesPowerOf10(x.abs(), places, p);
-    // The unit itself may lie below the range of exponents.
-    const HugeFloat step = timesPowerOf10(HugeFloat(1).shiftExponent(-x.exponent()), places, p)
-                               .shiftExponent(64 * int64_t(x.limbCount()) - 1);
+    const HugeFloat power = powerOf5(std::abs(places), p);
+    const auto scaled = [&](const HugeFloat& value, int64_t exponent) {
+        return (places < 0 ? value / power : value * power).shiftExponent(-(exponent + places));
+    };
+    // Both with the exponent put off to the end: the unit itself may lie below its range.
+    const HugeFloat significand = x.abs().shiftExponent(x.exponent());
+    const HugeFloat low = scaled(significand.resize(p, false), x.exponent());
+    const HugeFloat step = scaled(HugeFloat(1, p), unit);
     const std::optional<HugeInteger> first = ceilingOf(low, isWhole(mantissa, unit, places));
     const std::optional<HugeInteger> end =
         ceilingOf(low + step, isWhole(mantissa + 1, unit, places));
@@ -182,6 +182,8 @@ xstd::XString DecimalDigits::fraction() const
 
 DecimalDigits shortestDecimal(const HugeFloat& x)
 {
+    if (x.limbCount() > maxWorkedLimbs)
+        return shortestDecimal(x.resize(maxWorkedLimbs, false));
     const Candidates candidates = candidatesFor(x);
     std::string first = candidates.first.toString();
     std::string last = first;

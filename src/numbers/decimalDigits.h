@@ -26,7 +26,9 @@ struct DecimalDigits {
 };
 
 /// The shortest decimal that, read with the limbs of x and truncated to them, gives |x| again, and
-/// of several the one nearest to |x|. x is not 0. The time does not depend on the exponent.
+/// of several the one nearest to |x|. x is not 0. The time does not depend on the exponent. Of a
+/// number within ten limbs of the limit the last few limbs are left out: there is no room to work
+/// on them.
 DecimalDigits shortestDecimal(const HugeFloat& x);
 
 } // namespace huge

@@ -211,6 +211,17 @@ TEST(FloatText, IsReadAndTruncated)
     EXPECT_EQ(HugeFloat::fromText_("1e40", 1).exponent(), 132);
 }
 
+TEST(FloatText, WorksUpToTheLimits)
+{
+    EXPECT_EQ(HugeFloat::fromText_("0.1..20799").toString(), "0.1");
+    // More zeros than a power of five has room for, and a result twice as long as its zeros.
+    const xstd::XString zeros(600000, '0');
+    EXPECT_EQ(HugeFloat::fromText_("0." + zeros + "25", 1).toString(), "10^(-600001)*2.5");
+    const HugeFloat x = HugeFloat::fromText_("0." + zeros.substr(0, 230000) + "3");
+    EXPECT_EQ(x.limbCount(), 11940u);
+    EXPECT_EQ(x.exponent(), -764046); // floor(log2(3) - 230001 * log2(10))
+}
+
 TEST(FloatText, ReadsBackToTheSameValue)
 {
     Stream stream(20261123);
