@@ -111,16 +111,19 @@ bool HugeFloat::isInteger() const noexcept
         return false;
     return limbsTrailingZeros(m_limbs, limbCount()) + size_t(exponent()) + 1 >= 64 * limbCount();
 }
+
 bool HugeFloat::isOne() const noexcept
 {
     return !isNegative() && !isZero() && exponent() == 0 &&
            limbsTrailingZeros(m_limbs, limbCount()) == 64 * limbCount() - 1;
 }
+
 bool HugeFloat::isMinusOne() const noexcept
 {
     return isNegative() && exponent() == 0 &&
            limbsTrailingZeros(m_limbs, limbCount()) == 64 * limbCount() - 1;
 }
+
 bool HugeFloat::isSimilarZero() const noexcept
 {
     return isZero() || exponent() < 4 - 64 * int64_t(limbCount());
@@ -150,6 +153,7 @@ HugeFloat HugeFloat::shiftExponent(int64_t count) const
 HugeFloat HugeFloat::resize(size_t count, bool round) const
 {
     const size_t n = limbCount();
+    count = std::max<size_t>(count, 1);
     if (count == n || m_limbs == nullptr)
         return *this;
     Limb* r = LimbPool::allocate(count);
@@ -174,7 +178,7 @@ HugeFloat& HugeFloat::resize_(size_t count, bool keep)
 {
     if (keep)
         return *this = resize(count, false);
-    m_limbs = LimbPool::resize(m_limbs, count, false);
+    m_limbs = LimbPool::resize(m_limbs, std::max<size_t>(count, 1), false);
     return *this;
 }
 
@@ -200,20 +204,14 @@ HugeInteger HugeFloat::toInteger() const
     if (isZero() || exponent() < 0)
         return HugeInteger(0);
     const size_t n = limbCount();
-    const size_t m = size_t(exponent()) / 64 + 1;
-    if (m >= LimbPool::limit)
-        LimbPool::failLimit();
-    LimbScratch t(std::max(n, m));
-    if (m >= n) {
-        limbsZero(t, m - n);
-        limbsCopy(t + (m - n), m_limbs, n);
-    } else {
-        limbsCopy(t, m_limbs + (n - m), m);
-    }
-    limbsShr(t, m, 64 * m - size_t(exponent()) - 1);
-    HugeInteger r;
-    r.fromLimbs_(t, m);
-    return std::move(r.setNegative_(isNegative()));
+    const size_t size = size_t(exponent()) / 64 + 1;
+    const size_t used = std::min(n, size);
+    Limb* block = LimbPool::allocate(size);
+    limbsZero(block, size - used);
+    limbsCopy(block + (size - used), m_limbs + (n - used), used);
+    limbsShr(block, size, 64 * size - size_t(exponent()) - 1);
+    LimbPool::setNegative(block, isNegative());
+    return HugeInteger::fromBlock(block);
 }
 
 int64_t HugeFloat::asInt64() const

@@ -33,6 +33,7 @@ public:
         : HugeFloat(fromMagnitude(value < 0 ? 0 - uint64_t(value) : uint64_t(value), value < 0,
                                   limbCount))
     {}
+    /// A double that is not finite throws std::runtime_error "A float must be finite".
     template <std::floating_point T>
     explicit HugeFloat(T value, size_t limbCount = 1) : HugeFloat(fromDouble(value, limbCount))
     {}
@@ -134,7 +135,7 @@ public:
     HugeInteger toInteger() const;
     /// Limb 0 of toInteger, with the sign.
     int64_t asInt64() const;
-    /// The nearest double towards zero.
+    /// The nearest double towards zero; infinite beyond its range.
     double asDouble() const noexcept;
 
     // Arithmetic
@@ -191,5 +192,7 @@ private:
 
 /// Throws the failure of a result whose exponent leaves 32 bits.
 [[noreturn]] void failFloatExponent();
+/// The exponent, if it fits 32 bits; throws that failure otherwise.
+int32_t floatExponent(int64_t exponent);
 
 } // namespace huge

@@ -61,6 +61,9 @@ public:
         return result;
     }
 
+    /// Gives the block away: the number is null afterwards, and the caller owns the block.
+    Limb* releaseBlock() && noexcept { return std::exchange(m_limbs, nullptr); }
+
     void swap(HugeInteger& other) noexcept { std::swap(m_limbs, other.m_limbs); }
 
     // The block

@@ -8,7 +8,6 @@
 
 #include <cmath>
 #include <cstdlib>
-#include <limits>
 #include <stdexcept>
 
 namespace huge {
@@ -33,14 +32,6 @@ HugeFloat calculateLog2E(size_t n)
     const size_t p = guarded(n);
     const HugeFloat ln2 = floatFromFixed(fixedLn2(p + 1), p + 1, 0, false, p);
     return (oneOn(p) / ln2).resize(n, false);
-}
-
-/// Fails unless a value of this exponent, which rounding may yet raise, can be told.
-void requireExponent(int64_t exponent)
-{
-    if (exponent < std::numeric_limits<int32_t>::min() ||
-        exponent > std::numeric_limits<int32_t>::max())
-        failFloatExponent();
 }
 
 /// Takes the whole multiples of ln 2 out of x, w limbs of fraction and one above; gives how many.
@@ -113,7 +104,7 @@ HugeFloat powOf2(int32_t power, const HugeInteger& exponent, size_t n)
     int64_t product = 0;
     if (!exponent.fitsInt64() || __builtin_mul_overflow(exponent.asInt64(), power, &product))
         failFloatExponent();
-    requireExponent(product);
+    floatExponent(product);
     return oneOn(n).shiftExponent(-product);
 }
 
@@ -142,7 +133,7 @@ HugeFloat expOn(const HugeFloat& x, size_t n, int64_t shift)
         limbsSub(fixedLn2(w), w, rest, w, rest);
         exponent = -exponent - 1;
     }
-    requireExponent(exponent + shift);
+    floatExponent(exponent + shift);
     fixedExp(rest, w, rest);
     return floatFromFixed(rest, w, exponent + shift + 4, false, n);
 }
@@ -278,7 +269,7 @@ HugeFloat exp2(const HugeFloat& x, size_t limbs)
         limbsNegate(rest, w);
         exponent = -exponent - (whole ? 0 : 1);
     }
-    requireExponent(exponent);
+    floatExponent(exponent);
     if (whole)
         return oneOn(n).shiftExponent(-exponent);
     fixedMul(rest, fixedLn2(w), w, rest, rest + (w + 1));

@@ -4,7 +4,6 @@
 #include "numbers/limbRows.h"
 
 #include <algorithm>
-#include <limits>
 
 namespace huge {
 
@@ -104,10 +103,7 @@ HugeFloat floatFromFixed(const Limb* a, size_t count, int64_t shift, bool negati
         block[limbCount - 1] = Limb(1) << 63;
         ++exponent;
     }
-    if (exponent < std::numeric_limits<int32_t>::min() ||
-        exponent > std::numeric_limits<int32_t>::max())
-        failFloatExponent();
-    LimbPool::setExponent(block, int32_t(exponent));
+    LimbPool::setExponent(block, floatExponent(exponent));
     LimbPool::setNegative(block, negative);
     return result;
 }

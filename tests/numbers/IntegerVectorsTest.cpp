@@ -11,28 +11,7 @@ using namespace huge;
 namespace {
 
 using Limbs = std::vector<Limb>;
-
-std::string hashOf(const std::string& bytes)
-{
-    uint64_t h = 0xCBF29CE484222325u;
-    for (const char c : bytes)
-        h = (h ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
-    char text[17];
-    std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(h));
-    return text;
-}
-
-std::string hashOf(const Limb* limbs, size_t n, bool negative = false)
-{
-    std::string bytes;
-    for (size_t i = 0; i < n; ++i) {
-        for (int shift = 0; shift < 64; shift += 8)
-            bytes += char(limbs[i] >> shift);
-    }
-    while (!bytes.empty() && bytes.back() == 0)
-        bytes.pop_back();
-    return hashOf(negative ? bytes + "-" : bytes);
-}
+using huge::hashOf;
 
 std::string hashOf(const Limbs& limbs)
 {

@@ -3,6 +3,7 @@
 #include "numbers/HugeInteger.h"
 
 #include <cstdint>
+#include <cstdio>
 #include <ostream>
 #include <stdexcept>
 #include <string>
@@ -65,6 +66,30 @@ inline std::vector<Limb> recipeLimbs(char kind, size_t n, uint64_t seed)
         limbs[i] = kind == 'r' ? draw : mixture[draw % 6];
     }
     return limbs;
+}
+
+/// 64-bit FNV-1a, as the vector files have it.
+inline std::string hashOf(const std::string& bytes)
+{
+    uint64_t h = 0xCBF29CE484222325u;
+    for (const char c : bytes)
+        h = (h ^ static_cast<unsigned char>(c)) * 0x100000001B3u;
+    char text[17];
+    std::snprintf(text, sizeof text, "%016llx", static_cast<unsigned long long>(h));
+    return text;
+}
+
+/// Of the limbs without zeros at the top, and of the sign.
+inline std::string hashOf(const Limb* limbs, size_t n, bool negative = false)
+{
+    std::string bytes;
+    for (size_t i = 0; i < n; ++i) {
+        for (int shift = 0; shift < 64; shift += 8)
+            bytes += char(limbs[i] >> shift);
+    }
+    while (!bytes.empty() && bytes.back() == 0)
+        bytes.pop_back();
+    return hashOf(negative ? bytes + "-" : bytes);
 }
 
 inline HugeInteger fromVector(const std::vector<Limb>& limbs)
