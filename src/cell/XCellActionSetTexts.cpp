@@ -23,16 +23,16 @@ XCellActionSetTexts::XCellActionSetTexts(XCellTable* table, xstd::XMergedRects d
                 text = pastedSource(text);
         }
     }
-    growTo(m_destRects.boundRect(), "setTexts");
+    m_bound = m_destRects.boundRect();
+    growTo(m_bound, "setTexts");
 }
 
 const xstd::XString& XCellActionSetTexts::textFor(int32_t row, int32_t col) const
 {
     if (m_colCount == 0)
         return leaveAlone;
-    const xstd::XRect bound = m_destRects.boundRect();
-    const auto& fields = m_texts[static_cast<size_t>(row - bound.top) % m_texts.size()];
-    const size_t field = static_cast<size_t>((col - bound.left) % m_colCount);
+    const auto& fields = m_texts[static_cast<size_t>(row - m_bound.top) % m_texts.size()];
+    const size_t field = static_cast<size_t>((col - m_bound.left) % m_colCount);
     return field < fields.size() ? fields[field] : leaveAlone;
 }
 
@@ -52,16 +52,14 @@ xstd::XExceptionItems XCellActionSetTexts::setRectTexts()
     xstd::XExceptionItems first;
     m_destRects.forEach([&](int32_t row, int32_t col) {
         const xstd::XString& text = textFor(row, col);
-        if (&text == &leaveAlone || text == leaveAlone)
-            return false;
         try {
-            setText(row, col, text);
+            if (text != leaveAlone)
+                setText(row, col, text);
         } catch (const xstd::XExceptionItems& failure) {
             if (first.items().empty())
                 first = failure;
-            return xstd::XStop::isStop(failure);
         }
-        return false;
+        return false; // to the last position
     });
     return first;
 }

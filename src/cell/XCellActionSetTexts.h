@@ -30,6 +30,7 @@ private:
 
     Texts m_texts;
     int64_t m_colCount = 0; // of the longest row
+    xstd::XRect m_bound;    // of the destination
 };
 
 } // namespace huge

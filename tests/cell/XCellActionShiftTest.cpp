@@ -296,10 +296,14 @@ TEST(InsertedCells, LookLikeThoseThatTheyPushAway)
     Sheet sheet;
     sheet.set("A2", "5");
     sheet.cell("A2")->swapExtend(std::make_unique<TestExtend>(4));
+    sheet.cell("A2")->setValue(HugeVariant(int64_t(6))); // as if drawn at random
     sheet.actions.do_(make<XCellActionInsertRow>(1, 1)(&sheet.table));
     EXPECT_EQ(static_cast<TestExtend*>(sheet.cell("A2")->extend())->number, 4);
     EXPECT_FALSE(sheet.cell("A2")->hasContent());
-    EXPECT_EQ(sheet.value("A3"), "5");
+    EXPECT_EQ(sheet.value("A3"), "6");
+    sheet.actions.undo_();
+    EXPECT_EQ(sheet.value("A2"), "6");
+    EXPECT_EQ(sheet.cell("A3"), nullptr);
 }
 
 TEST(ShiftActions, TellTheViewWhereToLook)
