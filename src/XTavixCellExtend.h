@@ -1,6 +1,7 @@
 #pragma once
 
 #include "cell/XCellExtend.h"
+#include "cell/XCellStyle.h"
 
 #include <QFont>
 #include <QRgb>
@@ -22,6 +23,13 @@ public:
     void assign(const huge::XCellExtend& other) override;
     /// Exchanges top with left and bottom with right.
     void transpose() override;
+    /// The forms in which documents hold the record. In JSON colours have no alpha and come back
+    /// opaque; the bytes keep everything. fromBinary throws std::runtime_error, with the record as
+    /// it was, for an image that ends early.
+    xstd::XJson toJson() const override;
+    std::vector<uint8_t> toBinary() const override;
+    void fromJson(const xstd::XKVNode& node) override;
+    void fromBinary(const std::vector<uint8_t>& image) override;
 
     /// The font in which the cell's text is drawn.
     QFont font() const;
@@ -44,4 +52,8 @@ public:
     uint8_t borderLeftStyle = NoBorder;
     uint8_t borderBottomStyle = NoBorder;
     uint8_t borderRightStyle = NoBorder;
+
+private:
+    huge::XCellStyle style() const;
+    void setStyle(const huge::XCellStyle& style);
 };

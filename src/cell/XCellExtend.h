@@ -1,5 +1,6 @@
 #pragma once
 
+#include "common/XKVNode.h"
 #include "numbers/XFormatRule.h"
 
 #include <cstdint>
@@ -9,7 +10,7 @@
 namespace huge {
 
 /// The format record of a cell, as far as the engine knows it: the number format, and how to copy
-/// the record. Fonts, colours and borders belong to the class that the interface derives.
+/// and store the record. Fonts, colours and borders belong to the class that the interface derives.
 class XCellExtend {
 public:
     virtual ~XCellExtend() = default;
@@ -21,13 +22,21 @@ public:
     /// Mirrors what has a direction, for a cell that is transposed. Nothing here has one.
     virtual void transpose() {}
 
-    /// The record as it stands in images, and the reverse; the engine's part holds nothing.
-    /// fromBinary throws std::runtime_error for an image that is damaged.
+    /// The record as it stands in documents, as text and as bytes, and the reverse; the engine's
+    /// part holds nothing. fromBinary throws std::runtime_error for an image that is damaged.
+    virtual xstd::XJson toJson() const { return {}; }
     virtual std::vector<uint8_t> toBinary() const { return {}; }
+    virtual void fromJson(const xstd::XKVNode&) {}
     virtual void fromBinary(const std::vector<uint8_t>&) {}
 
     XFormatRule& rule() { return formatRule; }
     const XFormatRule& rule() const { return formatRule; }
+    /// The number format alone, in the same two forms. ruleFromBinary takes the first 8 bytes and
+    /// throws std::runtime_error where there are fewer.
+    xstd::XJson ruleToJson() const;
+    void ruleFromJson(const xstd::XKVNode& node);
+    std::vector<uint8_t> ruleToBinary() const;
+    void ruleFromBinary(const std::vector<uint8_t>& bytes);
 
     XFormatRule formatRule;
 
