@@ -226,6 +226,23 @@ void XCell::setText_(XCellTable& table, const xstd::XString& text, int32_t row, 
     m_hold = XCellHold::Fresh;
 }
 
+void XCell::findReferences_(XCellTable& table)
+{
+    if (!m_text)
+        return;
+    const xstd::XString source = *m_text;
+    try {
+        XCellScript script(source, m_row, m_col);
+        script.compile();
+        if (!script.ranges.empty())
+            enterScript(table, script, source, nullptr);
+    } catch (xstd::XExceptionItems& failure) {
+        failure.add(contextItem(X_HERE, "XCell::setText Error"));
+        keepFailure(failure);
+        throw;
+    }
+}
+
 void XCell::calc_()
 {
     if (m_hold != XCellHold::None || (!m_script && !m_text)) {

@@ -5,6 +5,7 @@
 #include "cell/XCellRange.h"
 #include "common/XByteCursor.h"
 #include "common/XException.h"
+#include "common/XRect.h"
 #include "common/XString.h"
 #include "values/HugeVariant.h"
 
@@ -132,6 +133,10 @@ public:
     /// chain is raised.
     void setText_(XCellTable& table, const xstd::XString& text, int32_t row = ownRow,
                   int32_t col = ownCol, XDisplacedText* displaced = nullptr);
+    /// For a text that a stop kept from being compiled: finds its references, so that the cell can
+    /// be linked, and runs nothing. The value stays. Raises what the compiler raises, which becomes
+    /// the value.
+    void findReferences_(XCellTable& table);
     /// Runs the cell. A failure becomes its value and is not raised, so that a pass goes on; only
     /// a stop is raised, after it has become the value.
     void calc_();
@@ -142,6 +147,12 @@ public:
 
     // Images (XCellImage.cpp).
 
+    /// The value in the default format, as images and the clipboard hold it; empty for null. A
+    /// value that has no text, such as a number of too many digits, gives its failure.
+    xstd::XString plainValueText() const;
+    /// Where the cell of a record stood. Reads the whole record: std::runtime_error for a damaged
+    /// one.
+    static xstd::XPoint recordPosition(xstd::XByteCursor record);
     /// The record of the cell: position, text, value as text, state, references, format.
     std::vector<uint8_t> toVector() const;
     /// Takes over what `mode` says from a record. Its text compiles for the record's position, so
@@ -155,6 +166,13 @@ public:
     /// and what it refers to counts as deleted, because a value refers to nothing.
     void fromVectorPasted(XCellTable& table, xstd::XByteCursor record, XCellImageMode mode,
                           const XCellExtend* prototype);
+    /// The object of the cell in a table's JSON image, and the reverse, which works as fromVector
+    /// and fails as it does, here for an object without a position.
+    xstd::XJson toJson() const;
+    void fromJson(XCellTable& table, const xstd::XKVNode& node, XCellImageMode mode,
+                  const XCellExtend* prototype);
+    /// Where the cell of such an object stood; std::runtime_error if it does not say.
+    static xstd::XPoint jsonPosition(const xstd::XKVNode& node);
 
     XCellHold hold() const noexcept { return m_hold; }
     void setHold(XCellHold hold) noexcept { m_hold = hold; }
@@ -175,6 +193,7 @@ private:
 
     struct Image;
     void copyContent(const XCell& source);
+    std::unique_ptr<XCellExtend> newExtend(const XCellExtend* prototype) const;
     void takeFormat(const std::vector<uint8_t>& format, const XCellExtend* prototype);
     void takeImage(XCellTable& table, const Image& image, XCellImageMode mode,
                    const XCellExtend* prototype);

@@ -21,17 +21,6 @@ uint64_t bitsOf(const XCellPos& pos)
     return bits;
 }
 
-/// The value in the default format. One that has no text, such as a number of too many digits,
-/// stands as its failure.
-xstd::XString imageText(const HugeVariant& value)
-{
-    try {
-        return value.isNull() ? xstd::XString() : value.fmt(XFormatRule());
-    } catch (const std::runtime_error& failure) {
-        return XCellVarError(cellValueError, failure.what()).toString();
-    }
-}
-
 /// The references of the shared script, in relative form. Nobody reads them back: the text has
 /// them too.
 std::vector<uint8_t> referenceImage(const ScriptItem& script)
@@ -78,6 +67,21 @@ struct XCell::Image {
     std::vector<uint8_t> format;
 };
 
+xstd::XString XCell::plainValueText() const
+{
+    try {
+        return m_value.isNull() ? xstd::XString() : m_value.fmt(XFormatRule());
+    } catch (const std::runtime_error& failure) {
+        return XCellVarError(cellValueError, failure.what()).toString();
+    }
+}
+
+xstd::XPoint XCell::recordPosition(xstd::XByteCursor record)
+{
+    const Image image(record);
+    return {image.row, image.col};
+}
+
 std::vector<uint8_t> XCell::toVector() const
 {
     xstd::XByteWriter state;
@@ -86,22 +90,24 @@ std::vector<uint8_t> XCell::toVector() const
     record.putInt(m_row);
     record.putInt(m_col);
     record.putString(scriptText(false));
-    record.putString(imageText(m_value));
+    record.putString(plainValueText());
     record.putBytes(state.bytes());
     record.putBytes(m_script ? referenceImage(*m_script) : std::vector<uint8_t>());
     record.putBytes(m_extend ? m_extend->toBinary() : std::vector<uint8_t>());
     return record.take();
 }
 
+/// The record that a format is read into: one that fails leaves the cell's own as it was.
+std::unique_ptr<XCellExtend> XCell::newExtend(const XCellExtend* prototype) const
+{
+    if (m_extend)
+        return m_extend->clone();
+    return prototype ? prototype->clone() : std::make_unique<XCellRawExtend>();
+}
+
 void XCell::takeFormat(const std::vector<uint8_t>& format, const XCellExtend* prototype)
 {
-    std::unique_ptr<XCellExtend> extend;
-    if (m_extend)
-        extend = m_extend->clone();
-    else if (prototype)
-        extend = prototype->clone();
-    else
-        extend = std::make_unique<XCellRawExtend>();
+    std::unique_ptr<XCellExtend> extend = newExtend(prototype);
     extend->fromBinary(format);
     swapExtend(std::move(extend));
 }

@@ -10,6 +10,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <vector>
@@ -48,6 +49,22 @@ struct XCellLevels {
     {
         return level + 1 < starts.size() ? starts[level + 1] : cells.size();
     }
+};
+
+/// What reading an image did not take over as it stood. The table is whole nevertheless: a damaged
+/// record costs its own cell, and of each ring of references one cell is held out.
+struct XCellLoadNotes {
+    static constexpr size_t maxTexts = 20;
+
+    void add(const xstd::XString& text)
+    {
+        if (texts.size() < maxTexts)
+            texts.push_back(text);
+        ++count;
+    }
+
+    std::vector<xstd::XString> texts; ///< the first of them
+    size_t count = 0;
 };
 
 /// A sheet: it owns its cells, the index of their references and their shared scripts. Its
@@ -211,6 +228,10 @@ public:
     /// on as findCycle's.
     std::vector<std::vector<XCell*>> breakRings(const XCellLevels& levels,
                                                 const xstd::XMergedRects& changed);
+    /// The same with the last cell of each ring in an order of the caller's.
+    using CellOrder = std::function<bool(const XCell*, const XCell*)>;
+    std::vector<std::vector<XCell*>> breakRings(const XCellLevels& levels,
+                                                const CellOrder& before);
     /// "A1->B1->A1" for a ring of A1 and B1.
     static xstd::XString cyclicPathText(const std::vector<XCell*>& path);
 
@@ -231,6 +252,32 @@ public:
     /// Runs every linked cell.
     void recalcAll(xstd::XMergedRects& changed);
 
+    // Images (XCellTableImage.cpp, XCellTableJson.cpp). A cell is stored by its text; what it
+    // evaluates to is calculated anew.
+
+    /// The image of the table, as documents hold it: its limits, then a record per cell, so that a
+    /// cell comes after all that it reads. Cells that are held out stand behind the rest.
+    std::vector<uint8_t> toVector();
+    /// Makes the table what the image says and calculates it. A cell whose link would close a ring
+    /// stays held out and shows that; a text that fails is kept, and the cell shows the failure.
+    /// std::runtime_error with the table as it was, for an image with damaged limits or record
+    /// lengths. A stop is raised when all cells are there, the rest of them not calculated.
+    XCellLoadNotes fromVector(const std::vector<uint8_t>& image, XCellImageMode mode);
+    /// The same content as a tree. Reading it takes a missing "baseSize" for 4.
+    xstd::XJson toJson();
+    XCellLoadNotes fromJson(const xstd::XKVNode& node, XCellImageMode mode);
+
+    /// The image of some cells, as the clipboard holds it: the rectangles, then the records.
+    std::vector<uint8_t> saveRectsToVector(const xstd::XMergedRects& rects) const;
+    /// The rectangles of such an image, normalised, and its records by their positions.
+    /// std::runtime_error, with both outputs empty, if anything in it is damaged.
+    static bool rectsFromVector(const std::vector<uint8_t>& image, xstd::XMergedRects& outRects,
+                                std::map<xstd::XPoint, std::vector<uint8_t>>& outDatas);
+    /// The rectangle around `rects` as text: tabs between columns, line feeds between rows, values
+    /// quoted and escaped, "none" where there is none. std::runtime_error for more cells than a
+    /// text can be made of.
+    xstd::XString rectsToText(const xstd::XMergedRects& rects) const;
+
 private:
     using Row = std::vector<std::unique_ptr<XCell>>;
 
@@ -243,6 +290,8 @@ private:
     void rewriteRanges(const xstd::XMergedRects& rects, const xstd::XRect& reach,
                        XSavedRanges& saved, F&& rewrite);
     uint32_t nextMark() noexcept { return ++m_lastMark; }
+    XCellLevels imageOrder();
+    friend class XCellTableLoader;
     void appendReaders(const XCell& cell, std::vector<XCell*>& out);
     void appendRectReaders(const xstd::XRect& rect, std::vector<XCell*>& out);
     friend class XCellLevelBuilder;

@@ -58,17 +58,6 @@ XCell* nextRead(const XCellTable& table, SearchFrame& frame)
     return nullptr;
 }
 
-/// The last in row, column order of the cells in `changed`; of all, if none stands there.
-std::vector<XCell*>::iterator lastChanged(std::vector<XCell*>& path,
-                                          const xstd::XMergedRects& changed)
-{
-    const auto rank = [&](const XCell* cell) {
-        return std::tuple(changed.contains(cell->row(), cell->col()), cell->row(), cell->col());
-    };
-    return std::max_element(path.begin(), path.end(),
-                            [&](const XCell* a, const XCell* b) { return rank(a) < rank(b); });
-}
-
 } // namespace
 
 /// Numbers the cells that one pass of the table meets. The number stands in the cell itself, valid
@@ -320,6 +309,15 @@ std::vector<XCell*> XCellTable::findCycleThrough(XCell* cell)
 std::vector<std::vector<XCell*>> XCellTable::breakRings(const XCellLevels& levels,
                                                         const xstd::XMergedRects& changed)
 {
+    const auto rank = [&](const XCell* cell) {
+        return std::tuple(changed.contains(cell->row(), cell->col()), cell->row(), cell->col());
+    };
+    return breakRings(levels, [&](const XCell* a, const XCell* b) { return rank(a) < rank(b); });
+}
+
+std::vector<std::vector<XCell*>> XCellTable::breakRings(const XCellLevels& levels,
+                                                        const CellOrder& before)
+{
     if (!levels.hasRing)
         return {};
     const XCellMarks seen(nextMark());
@@ -349,7 +347,7 @@ std::vector<std::vector<XCell*>> XCellTable::breakRings(const XCellLevels& level
                 std::vector<XCell*> path;
                 for (auto frame = stack.rbegin(); path.empty() || path.back() != cell; ++frame)
                     path.push_back(frame->cell);
-                const auto last = lastChanged(path, changed);
+                const auto last = std::max_element(path.begin(), path.end(), before);
                 holdOut(*last);
                 std::rotate(path.begin(), last, path.end());
                 // The search goes on from the cell that reads the one that has gone.
