@@ -202,6 +202,43 @@ void insertRowInEmptyTable(benchmark::State& state)
              [&] { return std::make_unique<huge::XCellActionInsertRow>(&sheet.table, 2, 1); });
 }
 
+/// What a document of 100,000 formulas costs: a chain, or 1,000 rows of running products.
+std::unique_ptr<BenchTable> document(int64_t shape)
+{
+    if (shape == 0)
+        return chain(100000);
+    auto sheet = std::make_unique<BenchTable>(1040, 112);
+    for (int32_t row = 0; row < 1000; ++row) {
+        sheet->set(row, 0, std::to_string(row));
+        for (int32_t col = 1; col <= 100; ++col)
+            sheet->put(row, col, huge::cellName(row, col - 1) + "*2+$A$1");
+    }
+    sheet->recalcAll();
+    return sheet;
+}
+
+void writeImageOf100000(benchmark::State& state)
+{
+    const auto sheet = document(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sheet->table.toVector());
+}
+
+void readImageOf100000(benchmark::State& state)
+{
+    const auto sheet = document(state.range(0));
+    const std::vector<uint8_t> image = sheet->table.toVector();
+    for (auto _ : state)
+        sheet->table.fromVector(image, huge::XCellImageMode::Everything);
+}
+
+void writeJsonOf100000(benchmark::State& state)
+{
+    const auto sheet = document(state.range(0));
+    for (auto _ : state)
+        benchmark::DoNotOptimize(sheet->table.toJson().toJson());
+}
+
 void steps(benchmark::internal::Benchmark* bench)
 {
     bench->ArgName("step")->Arg(Do)->Arg(Undo)->Arg(Redo)->Unit(benchmark::kMillisecond);
@@ -212,6 +249,9 @@ BENCHMARK(removeRowAbove100000)->Apply(steps);
 BENCHMARK(insertRowAboveBlock)->Apply(steps);
 BENCHMARK(moveBlockOf10000)->Apply(steps);
 BENCHMARK(insertRowInEmptyTable)->Apply(steps);
+BENCHMARK(writeImageOf100000)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK(readImageOf100000)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);
+BENCHMARK(writeJsonOf100000)->DenseRange(0, 1)->Unit(benchmark::kMillisecond);
 BENCHMARK(chainOf10000)->Unit(benchmark::kMillisecond);
 BENCHMARK(fanOf100000)->Unit(benchmark::kMillisecond);
 BENCHMARK(gridOf300By300)->Unit(benchmark::kMillisecond);
