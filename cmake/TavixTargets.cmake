@@ -20,6 +20,12 @@ if(TAVIX_SANITIZE)
     target_link_options(tavix_settings INTERFACE -fsanitize=${TAVIX_SANITIZE})
 endif()
 
+if(TAVIX_FUZZ)
+    # The fuzzer steers by the branches that an input takes.
+    target_compile_options(tavix_settings INTERFACE -fsanitize=fuzzer-no-link)
+    target_link_options(tavix_settings INTERFACE -fsanitize=fuzzer-no-link)
+endif()
+
 # tavix_add_tests(NAME LIBS lib... SOURCES file...): one GoogleTest program; ctest runs its cases.
 function(tavix_add_tests name)
     cmake_parse_arguments(ARG "" "" "LIBS;SOURCES" ${ARGN})
