@@ -2,6 +2,8 @@
 
 #include <cmath>
 #include <cstdlib>
+#include <limits>
+#include <utility>
 
 namespace {
 
@@ -19,34 +21,76 @@ std::optional<double> parseSeconds(const std::string& text)
     return seconds;
 }
 
+/// How many arguments a command takes, and its own option.
+struct Command {
+    const char* name;
+    size_t least;
+    size_t most;
+    bool takesCsv;
+    bool takesOutput;
+};
+
+constexpr size_t any = std::numeric_limits<size_t>::max();
+constexpr Command commands[] = {{"eval", 1, 1, false, false},
+                                {"show", 1, 2, true, false},
+                                {"set", 2, any, false, true},
+                                {"json", 1, 1, false, false}};
+
 } // namespace
+
+bool CliOptions::readOption(const std::vector<std::string>& words, size_t& i)
+{
+    if (words[i] == "--csv") {
+        csv = true;
+        return true;
+    }
+    const std::string& option = words[i];
+    if (++i == words.size())
+        return false;
+    if (option == "-o") {
+        output = words[i];
+        return !output.empty();
+    }
+    const auto seconds = option == "--limit" ? parseSeconds(words[i]) : std::nullopt;
+    limitSeconds = seconds.value_or(0);
+    return seconds.has_value();
+}
+
+bool CliOptions::fits() const
+{
+    for (const Command& known : commands) {
+        if (command == known.name)
+            return arguments.size() >= known.least && arguments.size() <= known.most &&
+                   (known.takesCsv || !csv) && (known.takesOutput || output.empty());
+    }
+    return false;
+}
 
 std::optional<CliOptions> CliOptions::parse(const std::vector<std::string>& words)
 {
     CliOptions options;
     for (size_t i = 0; i < words.size(); ++i) {
-        const std::string& word = words[i];
-        if (word == "--limit") {
-            const auto seconds = i + 1 < words.size() ? parseSeconds(words[i + 1]) : std::nullopt;
-            if (!seconds)
+        if (words[i].size() > 1 && words[i][0] == '-') {
+            if (!options.readOption(words, i))
                 return std::nullopt;
-            options.limitSeconds = *seconds;
-            ++i;
-        } else if (word.size() > 1 && word[0] == '-') {
-            return std::nullopt;
         } else if (options.command.empty()) {
-            options.command = word;
+            options.command = words[i];
         } else {
-            options.arguments.push_back(word);
+            options.arguments.push_back(words[i]);
         }
     }
-    if (options.command != "eval" || options.arguments.size() != 1)
-        return std::nullopt;
-    return options;
+    return options.fits() ? std::optional(std::move(options)) : std::nullopt;
 }
 
 const char* CliOptions::usage()
 {
-    return "usage: tavix-cli eval [--limit SECONDS] FILE|-\n"
-           "    runs the script in FILE, or on standard input, and prints its result\n";
+    return "usage: tavix-cli eval FILE|-\n"
+           "    runs the script in FILE, or on standard input, and prints its result\n"
+           "       tavix-cli show DOC [RANGE] [--csv]\n"
+           "    calculates a document and prints the values of its cells, or of those in RANGE\n"
+           "       tavix-cli set DOC CELL=TEXT... [-o OUT]\n"
+           "    sets cells, calculates, and writes the document back, or to OUT\n"
+           "       tavix-cli json DOC\n"
+           "    prints a document as JSON\n"
+           "With --limit SECONDS each of them stops after that time.\n";
 }

@@ -1,6 +1,7 @@
 #include "cli/evalCommand.h"
 
 #include "cell/XCellEnv.h"
+#include "cli/output.h"
 #include "script/XScript.h"
 #include "script/XScriptEnvBase.h"
 #include "values/HugeVariant.h"
@@ -39,18 +40,12 @@ std::string readScript(const std::string& path)
     return readAll(file.get(), path);
 }
 
-void write(const std::string& text)
-{
-    if (std::fwrite(text.data(), 1, text.size(), stdout) != text.size())
-        throw std::runtime_error(std::string("can't write the output: ") + std::strerror(errno));
-}
-
 huge::HugeVariant print(huge::HugeVariant* args, int argc)
 {
     for (int i = 0; i < argc; ++i) {
         if (i > 0)
-            write(" ");
-        write(args[i].toString());
+            writeOutput(" ");
+        writeOutput(args[i].toString());
     }
     return {};
 }
@@ -58,7 +53,7 @@ huge::HugeVariant print(huge::HugeVariant* args, int argc)
 huge::HugeVariant printLine(huge::HugeVariant* args, int argc)
 {
     print(args, argc);
-    write("\n");
+    writeOutput("\n");
     return {};
 }
 
@@ -81,7 +76,6 @@ void evalCommand(const std::string& path)
     script.compile();
     const huge::HugeVariant result = script.run(makeEnvironment());
     if (!result.isNull())
-        write(result.toString() + "\n");
-    if (std::fflush(stdout) != 0)
-        throw std::runtime_error(std::string("can't write the output: ") + std::strerror(errno));
+        writeOutput(result.toString() + "\n");
+    flushOutput();
 }

@@ -1,4 +1,5 @@
 #include "cli/CliOptions.h"
+#include "cli/documentCommands.h"
 #include "cli/evalCommand.h"
 #include "cli/stopSignals.h"
 
@@ -11,6 +12,19 @@ constexpr int exitFailure = 1;
 constexpr int exitUsage = 2;
 constexpr int exitInterrupted = 130; // 128 + SIGINT, as a shell reports it
 
+void run(const CliOptions& options)
+{
+    const std::vector<std::string>& arguments = options.arguments;
+    if (options.command == "eval")
+        evalCommand(arguments[0]);
+    else if (options.command == "show")
+        showCommand(arguments[0], arguments.size() > 1 ? arguments[1] : "", options.csv);
+    else if (options.command == "set")
+        setCommand(arguments[0], {arguments.begin() + 1, arguments.end()}, options.output);
+    else
+        jsonCommand(arguments[0]);
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -22,7 +36,7 @@ int main(int argc, char** argv)
     }
     installStopSignals(options->limitSeconds);
     try {
-        evalCommand(options->arguments.front());
+        run(*options);
         return 0;
     } catch (const std::exception& failure) {
         std::fflush(stdout);

@@ -9,11 +9,13 @@
 namespace {
 
 volatile std::sig_atomic_t interrupted = 0;
+volatile std::sig_atomic_t stopped = 0;
 
 void onSignal(int number)
 {
     if (number == SIGINT)
         interrupted = 1;
+    stopped = 1;
     xstd::XStop::request();
 }
 
@@ -40,4 +42,9 @@ void installStopSignals(double limitSeconds)
 bool wasInterrupted()
 {
     return interrupted != 0;
+}
+
+bool wasStopped()
+{
+    return stopped != 0;
 }

@@ -6,3 +6,5 @@ void installStopSignals(double limitSeconds);
 
 /// Whether Ctrl+C was pressed.
 bool wasInterrupted();
+/// Whether that, or the end of the time.
+bool wasStopped();
