@@ -141,4 +141,16 @@ TEST_F(DocumentTool, TakesOnlyItsOwnOptions)
         EXPECT_EQ(run(words).status, 2);
 }
 
+TEST_F(DocumentTool, TheSampleCalculatesWithoutAFailure)
+{
+    const ToolResult result = run({"show", TAVIX_SAMPLE});
+    EXPECT_EQ(result.err, "");
+    EXPECT_EQ(result.out.find("Error"), std::string::npos);
+    const auto pi =
+        result.out.find("3.14159265358979323846264338327950288419716939937510582097494");
+    EXPECT_NE(pi, std::string::npos);
+    EXPECT_EQ(result.out.find('\t', pi) - pi, 202u);
+    EXPECT_NE(result.out.find("\n100\t354224848179261915075\t"), std::string::npos);
+}
+
 } // namespace
