@@ -59,16 +59,16 @@ HugeFloat sumOfProducts(const HugeFloat& a, const HugeFloat& b, const HugeFloat&
         return small < leastExponent && large - small > int64_t(64 * limbs + 2);
     };
     if (dwarfed(left, right) && !a.isZero() && !b.isZero())
-        return onLimbs(subtract ? -(c * d) : c * d, limbs);
+        return cutTo(subtract ? -(c * d) : c * d, limbs);
     if (dwarfed(right, left) && !c.isZero() && !d.isZero())
-        return onLimbs(a * b, limbs);
+        return cutTo(a * b, limbs);
     return subtract ? a * b - c * d : a * b + c * d;
 }
 
 HugeFloat resultOf(const HugeFloat& x, size_t limbs)
 {
     if (x.isZero() || x.limbCount() <= limbs)
-        return onLimbs(x, limbs);
+        return cutTo(x, limbs);
     // Powers by squaring lose most, half of the spare limb.
     return x.resize(limbs, x.limbs()[x.limbCount() - limbs - 1] >= ~Limb(0) << 36);
 }
@@ -81,24 +81,24 @@ HugeFloat squareOrZero(const HugeFloat& x)
 HugeFloat hypotenuse(const HugeFloat& a, const HugeFloat& b, size_t limbs)
 {
     if (a.isZero() || b.isZero())
-        return onLimbs(a.isZero() ? b.abs() : a.abs(), limbs);
+        return cutTo(a.isZero() ? b.abs() : a.abs(), limbs);
     const HugeFloat& large = a.exponent() < b.exponent() ? b : a;
     const HugeFloat& small = a.exponent() < b.exponent() ? a : b;
     // The small one adds its square, halved, to the unit: nothing of that is left on these limbs.
     if (int64_t(large.exponent()) - small.exponent() > int64_t(32 * limbs + 2))
-        return onLimbs(large.abs(), limbs);
+        return cutTo(large.abs(), limbs);
     const int64_t shift = large.exponent();
-    const HugeFloat x = onLimbs(large, limbs).shiftExponent(shift);
-    const HugeFloat y = onLimbs(small, limbs).shiftExponent(shift);
+    const HugeFloat x = cutTo(large, limbs).shiftExponent(shift);
+    const HugeFloat y = cutTo(small, limbs).shiftExponent(shift);
     return (x * x + y * y).sqrt().shiftExponent(-shift);
 }
 
 HugeFloat argument(const HugeFloat& re, const HugeFloat& im, size_t limbs)
 {
     if (im.isZero())
-        return re.isNegative() ? onLimbs(constPi(limbs), limbs) : HugeFloat(0, limbs);
-    const HugeFloat x = onLimbs(re.abs(), limbs);
-    const HugeFloat y = onLimbs(im.abs(), limbs);
+        return re.isNegative() ? cutTo(constPi(limbs), limbs) : HugeFloat(0, limbs);
+    const HugeFloat x = cutTo(re.abs(), limbs);
+    const HugeFloat y = cutTo(im.abs(), limbs);
     const bool steep = y > x;
     HugeFloat angle(0, limbs);
     if (!re.isZero()) {
@@ -108,7 +108,7 @@ HugeFloat argument(const HugeFloat& re, const HugeFloat& im, size_t limbs)
         if (counts || !(steep || re.isNegative()))
             angle = atan(steep ? x / y : y / x);
     }
-    const HugeFloat pi = onLimbs(constPi(limbs), limbs);
+    const HugeFloat pi = cutTo(constPi(limbs), limbs);
     if (steep)
         angle = pi.shiftExponent(1) - angle;
     if (re.isNegative())
@@ -118,8 +118,8 @@ HugeFloat argument(const HugeFloat& re, const HugeFloat& im, size_t limbs)
 
 HugeImag sqrtOn(const HugeImag& z, size_t limbs)
 {
-    const HugeFloat re = onLimbs(z.re, limbs);
-    const HugeFloat im = onLimbs(z.im, limbs);
+    const HugeFloat re = cutTo(z.re, limbs);
+    const HugeFloat im = cutTo(z.im, limbs);
     const HugeFloat zero(0, limbs);
     if (im.isZero()) {
         const HugeFloat root = re.abs().sqrt();
@@ -139,7 +139,7 @@ HugeFloat HugeImag::abs() const
 {
     // The squares are exact, so that the root is right to the last bit.
     const size_t limbs = precisionOf(*this);
-    return onLimbs(hypotenuse(re, im, std::min(2 * limbs + 1, LimbPool::limit - 1)), limbs);
+    return cutTo(hypotenuse(re, im, std::min(2 * limbs + 1, LimbPool::limit - 1)), limbs);
 }
 
 HugeFloat HugeImag::angle() const
@@ -149,13 +149,13 @@ HugeFloat HugeImag::angle() const
     const size_t limbs = precisionOf(*this);
     if (im.isZero()) {
         const size_t imLimbs = std::max<size_t>(im.limbCount(), 1);
-        return re.isNegative() ? onLimbs(constPi(imLimbs), imLimbs) : HugeFloat(0);
+        return re.isNegative() ? cutTo(constPi(imLimbs), imLimbs) : HugeFloat(0);
     }
-    const size_t work = guardedLimbs(limbs);
+    const size_t work = guarded(limbs);
     const HugeFloat principal = argument(re, im, work);
     if (!re.isNegative() || !im.isNegative())
         return resultOf(principal, limbs);
-    return resultOf(principal + onLimbs(constPi(work), work).shiftExponent(-1), limbs);
+    return resultOf(principal + cutTo(constPi(work), work).shiftExponent(-1), limbs);
 }
 
 HugeImag operator+(const HugeImag& a, const HugeImag& b)

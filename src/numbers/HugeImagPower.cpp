@@ -30,7 +30,7 @@ HugeImag real(int64_t value, size_t limbs)
 HugeFloat lnAbs(const HugeImag& z, size_t limbs)
 {
     if (z.re.isZero() || z.im.isZero())
-        return ln(onLimbs(z.re.isZero() ? z.im.abs() : z.re.abs(), limbs));
+        return ln(cutTo(z.re.isZero() ? z.im.abs() : z.re.abs(), limbs));
     const HugeFloat re = z.re.abs();
     const HugeFloat im = z.im.abs();
     const HugeFloat& large = re < im ? im : re;
@@ -38,10 +38,10 @@ HugeFloat lnAbs(const HugeImag& z, size_t limbs)
     if (large.exponent() != 0 && large.exponent() != -1)
         return ln(hypotenuse(re, im, limbs));
     const size_t exact = std::min(std::max(limbs, 2 * z.limbCount() + 3), LimbPool::limit - 1);
-    const HugeFloat x = onLimbs(large, exact);
+    const HugeFloat x = cutTo(large, exact);
     const HugeFloat one(1);
-    const HugeFloat excess = (x - one) * (x + one) + squareOrZero(onLimbs(small, exact));
-    return lnOnePlus(onLimbs(excess, limbs)).shiftExponent(1);
+    const HugeFloat excess = (x - one) * (x + one) + squareOrZero(cutTo(small, exact));
+    return lnOnePlus(cutTo(excess, limbs)).shiftExponent(1);
 }
 
 /// The exponent n modulo 4, without calculating a long one.
@@ -62,7 +62,7 @@ HugeImag powerBySquaring(const HugeImag& z, const HugeFloat& n, size_t limbs)
         // What is that small is nothing beside the other part, and would only leave the range.
         return x.isZero() || x.exponent() - shift < -(1 << 28)
                    ? HugeFloat(0, limbs)
-                   : onLimbs(x, limbs).shiftExponent(shift);
+                   : cutTo(x, limbs).shiftExponent(shift);
     };
     const HugeImag base(scaled(z.re), scaled(z.im));
     const HugeInteger count = n.toInteger().abs();
@@ -85,7 +85,7 @@ size_t logarithmLimbs(const HugeImag& z, const HugeImag& w, size_t limbs)
     const HugeImag sketch = lnOn(z, 2);
     if (sketch.isZero())
         return limbs;
-    const HugeImag power = sketch * onLimbs(w, 2);
+    const HugeImag power = sketch * cutTo(w, 2);
     const int64_t bits = int64_t(largerExponent(sketch)) + largerExponent(w) + 2;
     // On two limbs the real part means something unless the imaginary one dwarfs it.
     const int64_t realBits = power.re.isZero() ? 0 : power.re.exponent();
@@ -99,7 +99,7 @@ size_t logarithmLimbs(const HugeImag& z, const HugeImag& w, size_t limbs)
 HugeImag powerByLogarithm(const HugeImag& z, const HugeImag& w, size_t limbs)
 {
     const size_t work = logarithmLimbs(z, w, limbs);
-    return expOn(lnOn(z, work) * onLimbs(w, work), work);
+    return expOn(lnOn(z, work) * cutTo(w, work), work);
 }
 
 /// size^n for a positive size and an integer n.
@@ -108,7 +108,7 @@ HugeFloat sizePower(const HugeFloat& size, const HugeFloat& n, size_t limbs)
     if (size.isOne())
         return HugeFloat(1, limbs);
     if (n.exponent() < 64)
-        return powInt(onLimbs(size, limbs), n.toInteger());
+        return powInt(cutTo(size, limbs), n.toInteger());
     // Only a size that differs from 1 far behind the point has such a power.
     return powerByLogarithm({size, HugeFloat()}, {n, HugeFloat()}, limbs).re;
 }
@@ -190,11 +190,11 @@ HugeImag lnOn(const HugeImag& z, size_t limbs)
 
 HugeImag expOn(const HugeImag& z, size_t limbs)
 {
-    const HugeFloat size = exp(onLimbs(z.re, limbs));
+    const HugeFloat size = exp(cutTo(z.re, limbs));
     if (z.im.isZero())
         return {size, HugeFloat(0, limbs)};
     HugeFloat sine, cosine;
-    sinCos(onLimbs(z.im, limbs), sine, cosine);
+    sinCos(cutTo(z.im, limbs), sine, cosine);
     return {size * cosine, size * sine};
 }
 
@@ -203,7 +203,7 @@ HugeImag ln(const HugeImag& z)
     if (z.isZero())
         return {HugeFloat(0), HugeFloat()};
     const size_t limbs = precisionOf(z);
-    return resultOf(lnOn(z, guardedLimbs(limbs)), limbs);
+    return resultOf(lnOn(z, guarded(limbs)), limbs);
 }
 
 HugeImag log(const HugeImag& z, const HugeImag& base)
@@ -211,14 +211,14 @@ HugeImag log(const HugeImag& z, const HugeImag& base)
     if (z.isZero() || base.isZero())
         return ln(z) / ln(base);
     const size_t limbs = std::max(precisionOf(z), precisionOf(base));
-    const size_t work = guardedLimbs(limbs);
+    const size_t work = guarded(limbs);
     return resultOf(lnOn(z, work) / lnOn(base, work), limbs);
 }
 
 HugeImag exp(const HugeImag& z)
 {
     const size_t limbs = precisionOf(z);
-    return resultOf(expOn(z, guardedLimbs(limbs)), limbs);
+    return resultOf(expOn(z, guarded(limbs)), limbs);
 }
 
 HugeImag sqrt(const HugeImag& z)
@@ -226,15 +226,15 @@ HugeImag sqrt(const HugeImag& z)
     const size_t limbs = precisionOf(z);
     if (z.im.isZero())
         return sqrtOn(z, limbs); // the root of a float, right to the last bit
-    return resultOf(sqrtOn(z, guardedLimbs(limbs)), limbs);
+    return resultOf(sqrtOn(z, guarded(limbs)), limbs);
 }
 
 HugeImag pow(const HugeImag& z, const HugeImag& w)
 {
     const size_t limbs = std::max(precisionOf(z), precisionOf(w));
     if (w.im.isZero() && w.re == HugeFloat(0.5))
-        return sqrt(onLimbs(z, limbs));
-    return resultOf(powerOn(z, w, guardedLimbs(limbs)), limbs);
+        return sqrt(cutTo(z, limbs));
+    return resultOf(powerOn(z, w, guarded(limbs)), limbs);
 }
 
 HugeImag pow(const HugeImag& z, const HugeFloat& x)

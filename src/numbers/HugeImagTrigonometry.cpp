@@ -35,8 +35,8 @@ HugeImag tanFarOut(const HugeFloat& x, const HugeFloat& y)
 
 HugeImag tanOn(const HugeImag& z, size_t limbs)
 {
-    const HugeFloat x = onLimbs(z.re, limbs);
-    const HugeFloat y = onLimbs(z.im, limbs);
+    const HugeFloat x = cutTo(z.re, limbs);
+    const HugeFloat y = cutTo(z.im, limbs);
     if (!y.isZero() && y.exponent() >= 0)
         return tanFarOut(x, y);
     HugeFloat sine, cosine;
@@ -49,17 +49,17 @@ HugeImag tanOn(const HugeImag& z, size_t limbs)
 /// sin(x) * cosh(y) and cos(x) * sinh(y): the parts of sin(x + iy).
 HugeImag sinOn(const HugeImag& z, size_t limbs)
 {
-    const HugeFloat y = onLimbs(z.im, limbs);
+    const HugeFloat y = cutTo(z.im, limbs);
     HugeFloat sine, cosine;
-    sinCos(onLimbs(z.re, limbs), sine, cosine);
+    sinCos(cutTo(z.re, limbs), sine, cosine);
     return {sine * cosh(y), cosine * sinh(y)};
 }
 
 HugeImag cosOn(const HugeImag& z, size_t limbs)
 {
-    const HugeFloat y = onLimbs(z.im, limbs);
+    const HugeFloat y = cutTo(z.im, limbs);
     HugeFloat sine, cosine;
-    sinCos(onLimbs(z.re, limbs), sine, cosine);
+    sinCos(cutTo(z.re, limbs), sine, cosine);
     return {cosine * cosh(y), -(sine * sinh(y))};
 }
 
@@ -112,11 +112,11 @@ HugeImag acoshOn(const HugeImag& z, size_t limbs)
 /// ln((1 + z) / (1 - z)) / 2 for z other than 1 and -1.
 HugeImag atanhOn(const HugeImag& z, size_t limbs)
 {
-    const HugeFloat x = onLimbs(z.re, limbs);
-    const HugeFloat y = onLimbs(z.im, limbs);
+    const HugeFloat x = cutTo(z.re, limbs);
+    const HugeFloat y = cutTo(z.im, limbs);
     const HugeFloat one(1, limbs);
     if (!z.isZero() && largerExponent(z) > int64_t(64 * limbs + 8)) {
-        const HugeFloat quarterTurn = onLimbs(constPi(limbs), limbs).shiftExponent(1);
+        const HugeFloat quarterTurn = cutTo(constPi(limbs), limbs).shiftExponent(1);
         return {(HugeImag(one, HugeFloat(0, limbs)) / HugeImag(x, y)).re,
                 y.isNegative() ? -quarterTurn : quarterTurn};
     }
@@ -143,7 +143,7 @@ bool isMinusOne(const HugeImag& z) noexcept
 HugeImag calculate(HugeImag (*function)(const HugeImag&, size_t), const HugeImag& z)
 {
     const size_t limbs = precisionOf(z);
-    return resultOf(function(z, guardedLimbs(limbs)), limbs);
+    return resultOf(function(z, guarded(limbs)), limbs);
 }
 
 /// The same for functions of the angle i * z, whose result is turned back by -i.
@@ -157,14 +157,14 @@ HugeImag calculateTurned(HugeImag (*function)(const HugeImag&, size_t), const Hu
 HugeImag sin(const HugeImag& z)
 {
     if (z.im.isZero())
-        return {sin(onLimbs(z.re, std::max<size_t>(z.re.limbCount(), 1))), HugeFloat(0)};
+        return {sin(cutTo(z.re, std::max<size_t>(z.re.limbCount(), 1))), HugeFloat(0)};
     return calculate(sinOn, z);
 }
 
 HugeImag cos(const HugeImag& z)
 {
     if (z.im.isZero())
-        return {cos(onLimbs(z.re, std::max<size_t>(z.re.limbCount(), 1))), HugeFloat(0)};
+        return {cos(cutTo(z.re, std::max<size_t>(z.re.limbCount(), 1))), HugeFloat(0)};
     return calculate(cosOn, z);
 }
 

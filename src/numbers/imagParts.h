@@ -1,6 +1,7 @@
 #pragma once
 
 #include "numbers/HugeImag.h"
+#include "numbers/elementaryParts.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -11,27 +12,15 @@ namespace huge {
 // build on real functions whose relative error is small for every argument, in forms where nothing
 // near to equal is subtracted. Only the last step cuts.
 
-/// Limbs to work on for a result of limbs limbs.
-inline size_t guardedLimbs(size_t limbs) noexcept
-{
-    return std::min(limbs + 1, LimbPool::limit - 1);
-}
-
 /// The precision of what is calculated from z: that of its longer part.
 inline size_t precisionOf(const HugeImag& z) noexcept
 {
     return std::max<size_t>(z.limbCount(), 1);
 }
 
-/// The value on limbs limbs, cut or filled up; also for a part without block.
-inline HugeFloat onLimbs(const HugeFloat& x, size_t limbs)
+inline HugeImag cutTo(const HugeImag& z, size_t limbs)
 {
-    return x.isZero() ? HugeFloat(0, limbs) : x.resize(limbs, false);
-}
-
-inline HugeImag onLimbs(const HugeImag& z, size_t limbs)
-{
-    return {onLimbs(z.re, limbs), onLimbs(z.im, limbs)};
+    return {cutTo(z.re, limbs), cutTo(z.im, limbs)};
 }
 
 /// The result of a function: x without its spare limb, truncated as in all arithmetic, so that a
