@@ -20,12 +20,18 @@ ScriptItemPtr ScriptSet::put(int32_t row, int32_t col, const xstd::XString& text
                              std::shared_ptr<const XScriptProgram> program,
                              const XCellRangeRefs& ranges)
 {
+    // Neighbours mostly have the same formula: comparing with the last one saves the digest.
+    ScriptItemPtr item = m_last.lock();
+    if (item && item->owner == this && item->program->code() == program->code())
+        return item;
     const xstd::h160 hash = xstd::hash160(program->code());
     const auto found = m_hashIndex.find(hash);
-    if (found != m_hashIndex.end())
+    if (found != m_hashIndex.end()) {
+        m_last = found->second;
         return found->second.lock();
+    }
 
-    auto item = std::make_shared<ScriptItem>();
+    item = std::make_shared<ScriptItem>();
     item->row = row;
     item->col = col;
     item->text = text;
@@ -34,6 +40,7 @@ ScriptItemPtr ScriptSet::put(int32_t row, int32_t col, const xstd::XString& text
     item->hash = hash;
     m_hashIndex.emplace(hash, item);
     item->owner = this;
+    m_last = item;
     return item;
 }
 

@@ -69,6 +69,7 @@ private:
     friend struct ScriptItem;
 
     std::map<xstd::h160, std::weak_ptr<ScriptItem>> m_hashIndex;
+    std::weak_ptr<ScriptItem> m_last; // that put gave out
 };
 
 } // namespace huge

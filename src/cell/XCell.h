@@ -195,8 +195,8 @@ private:
     void copyContent(const XCell& source);
     std::unique_ptr<XCellExtend> newExtend(const XCellExtend* prototype) const;
     void takeFormat(const std::vector<uint8_t>& format, const XCellExtend* prototype);
-    void takeImage(XCellTable& table, const Image& image, XCellImageMode mode,
-                   const XCellExtend* prototype);
+    void takeImage(XCellTable& table, const Image& image, const xstd::XString& source,
+                   XCellImageMode mode, const XCellExtend* prototype);
     void enterScript(XCellTable& table, XCellScript& script, const xstd::XString& text,
                      XDisplacedText* displaced);
     HugeVariant run();

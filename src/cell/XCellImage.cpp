@@ -21,50 +21,69 @@ uint64_t bitsOf(const XCellPos& pos)
     return bits;
 }
 
-/// The references of the shared script, in relative form. Nobody reads them back: the text has
-/// them too.
-std::vector<uint8_t> referenceImage(const ScriptItem& script)
+/// Appends the references of the shared script, in relative form. Nobody reads them back: the text
+/// has them too.
+void putReferences(xstd::XByteWriter& image, const ScriptItem& script)
 {
+    constexpr int32_t entrySize = 4 + 4 + 2 + 1 + 8 + 8;
     const size_t count =
         std::min<size_t>(script.ranges.size(), std::numeric_limits<uint16_t>::max());
-    xstd::XByteWriter image;
+    image.putInt(static_cast<int32_t>(2 + count * (4 + entrySize)));
     image.putU16(static_cast<uint16_t>(count));
     size_t left = count;
     for (const auto& [id, ref] : script.ranges) {
         if (left-- == 0)
             break;
-        xstd::XByteWriter entry;
-        entry.putInt(ref.id);
-        entry.putInt(ref.textPos);
-        entry.putU16(ref.textLen);
-        entry.putU8(ref.isDeleted ? 1 : 0);
-        entry.putU64(bitsOf(ref.start));
-        entry.putU64(bitsOf(ref.end));
-        image.putBytes(entry.bytes());
+        image.putInt(entrySize);
+        image.putInt(ref.id);
+        image.putInt(ref.textPos);
+        image.putU16(ref.textLen);
+        image.putU8(ref.isDeleted ? 1 : 0);
+        image.putU64(bitsOf(ref.start));
+        image.putU64(bitsOf(ref.end));
     }
-    return image.take();
+}
+
+xstd::XString textOf(xstd::XByteCursor block)
+{
+    const size_t size = block.left();
+    const uint8_t* bytes = block.getRaw(size, "text");
+    return xstd::XString(std::string(reinterpret_cast<const char*>(bytes), size));
+}
+
+std::vector<uint8_t> bytesOf(xstd::XByteCursor block)
+{
+    const size_t size = block.left();
+    const uint8_t* bytes = block.getRaw(size, "bytes");
+    return std::vector<uint8_t>(bytes, bytes + size);
 }
 
 } // namespace
 
-/// A record, read whole before anything of it counts.
+/// A record, looked through whole before anything of it counts; what is long is not copied.
 struct XCell::Image {
     explicit Image(xstd::XByteCursor record)
         : row(record.getIntIn(0, XCellPos::maxRow, "row of a cell")),
           col(record.getIntIn(0, XCellPos::maxCol, "column of a cell")),
-          text(record.getString("text of a cell")), value(record.getString("value of a cell")),
-          state(record.getBlock("state of a cell").getU16("state of a cell"))
+          text(record.getBlock("text of a cell")), value(record.getBlock("value of a cell")),
+          state(record.getBlock("state of a cell").getU16("state of a cell")),
+          references(record.getBlock("references of a cell")),
+          format(record.getBlock("format of a cell"))
+    {}
+
+    /// The text that the cell gets.
+    xstd::XString source(XCellImageMode mode) const
     {
-        record.getBlock("references of a cell");
-        format = record.getBytes("format of a cell");
+        return mode == XCellImageMode::Values ? textOf(value) : textOf(text);
     }
 
     int32_t row;
     int32_t col;
-    xstd::XString text;
-    xstd::XString value;
+    xstd::XByteCursor text;
+    xstd::XByteCursor value;
     uint16_t state;
-    std::vector<uint8_t> format;
+    xstd::XByteCursor references;
+    xstd::XByteCursor format;
 };
 
 xstd::XString XCell::plainValueText() const
@@ -84,15 +103,17 @@ xstd::XPoint XCell::recordPosition(xstd::XByteCursor record)
 
 std::vector<uint8_t> XCell::toVector() const
 {
-    xstd::XByteWriter state;
-    state.putU16(m_state);
     xstd::XByteWriter record;
     record.putInt(m_row);
     record.putInt(m_col);
     record.putString(scriptText(false));
     record.putString(plainValueText());
-    record.putBytes(state.bytes());
-    record.putBytes(m_script ? referenceImage(*m_script) : std::vector<uint8_t>());
+    record.putInt(sizeof m_state);
+    record.putU16(m_state);
+    if (m_script)
+        putReferences(record, *m_script);
+    else
+        record.putInt(0);
     record.putBytes(m_extend ? m_extend->toBinary() : std::vector<uint8_t>());
     return record.take();
 }
@@ -112,22 +133,20 @@ void XCell::takeFormat(const std::vector<uint8_t>& format, const XCellExtend* pr
     swapExtend(std::move(extend));
 }
 
-void XCell::takeImage(XCellTable& table, const Image& image, XCellImageMode mode,
-                      const XCellExtend* prototype)
+void XCell::takeImage(XCellTable& table, const Image& image, const xstd::XString& source,
+                      XCellImageMode mode, const XCellExtend* prototype)
 {
     m_state = image.state;
     const bool withFormat = mode == XCellImageMode::Formats || mode == XCellImageMode::Everything;
     std::exception_ptr formatFailure; // a damaged format must not cost the text
     try {
-        if (withFormat && !image.format.empty())
-            takeFormat(image.format, prototype);
+        if (withFormat && !image.format.atEnd())
+            takeFormat(bytesOf(image.format), prototype);
     } catch (const std::exception&) {
         formatFailure = std::current_exception();
     }
-    if (mode == XCellImageMode::Values)
-        setText_(table, image.value, image.row, image.col);
-    else if (mode != XCellImageMode::Formats)
-        setText_(table, image.text, image.row, image.col);
+    if (mode != XCellImageMode::Formats)
+        setText_(table, source, image.row, image.col);
     if (formatFailure)
         std::rethrow_exception(formatFailure);
 }
@@ -135,16 +154,18 @@ void XCell::takeImage(XCellTable& table, const Image& image, XCellImageMode mode
 void XCell::fromVector(XCellTable& table, xstd::XByteCursor record, XCellImageMode mode,
                        const XCellExtend* prototype)
 {
-    takeImage(table, Image(record), mode, prototype);
+    const Image image(record);
+    takeImage(table, image, image.source(mode), mode, prototype);
 }
 
 void XCell::fromVectorPasted(XCellTable& table, xstd::XByteCursor record, XCellImageMode mode,
                              const XCellExtend* prototype)
 {
-    Image image(record);
+    const Image image(record);
+    xstd::XString source = image.source(mode);
     if (mode == XCellImageMode::Values)
-        image.value = pastedSource(image.value);
-    takeImage(table, image, mode, prototype);
+        source = pastedSource(source);
+    takeImage(table, image, source, mode, prototype);
     if (mode != XCellImageMode::Values || !m_ranges)
         return;
     for (XCellRange& range : *m_ranges)
