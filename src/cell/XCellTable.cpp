@@ -32,15 +32,11 @@ std::vector<XCell*>& XCellTable::listOf(const XCell& cell) noexcept
 std::unique_ptr<XCell>& XCellTable::forceSlot(int32_t row, int32_t col)
 {
     const size_t rowIndex = static_cast<size_t>(row);
-    const size_t colIndex = static_cast<size_t>(col);
     if (rowIndex >= m_rows.size())
         m_rows.resize(rowIndex + 1);
-    Row& cells = m_rows[rowIndex];
-    if (colIndex >= cells.size())
-        cells.resize(colIndex + 1);
     m_maxRow = std::max(m_maxRow, row);
     m_maxCol = std::max(m_maxCol, col);
-    return cells[colIndex];
+    return m_rows[rowIndex].slot(col);
 }
 
 XCell* XCellTable::forceCell(int32_t row, int32_t col)
@@ -56,7 +52,7 @@ std::unique_ptr<XCell> XCellTable::putCell(int32_t row, int32_t col, std::unique
     if (!cell) {
         if (!cellAt(row, col))
             return nullptr;
-        return std::move(m_rows[static_cast<size_t>(row)][static_cast<size_t>(col)]);
+        return std::move(m_rows[static_cast<size_t>(row)].slot(col));
     }
     std::unique_ptr<XCell>& slot = forceSlot(row, col);
     unlinkCell(slot.get());

@@ -3,6 +3,7 @@
 #include "cell/ScriptSet.h"
 #include "cell/XCell.h"
 #include "cell/XCellRangeTree.h"
+#include "cell/XCellRow.h"
 #include "common/XMergedRects.h"
 #include "common/XOptions.h"
 #include "common/XRect.h"
@@ -84,10 +85,13 @@ public:
     {
         if (row < 0 || static_cast<size_t>(row) >= m_rows.size())
             return nullptr;
-        const Row& cells = m_rows[static_cast<size_t>(row)];
-        if (col < 0 || static_cast<size_t>(col) >= cells.size())
-            return nullptr;
-        return cells[static_cast<size_t>(col)].get();
+        return m_rows[static_cast<size_t>(row)].at(col);
+    }
+    /// One behind the last row, or the last column in a row, that may hold a cell.
+    int32_t endRow() const noexcept { return static_cast<int32_t>(m_rows.size()); }
+    int32_t endCol(int32_t row) const noexcept
+    {
+        return row >= 0 && row < endRow() ? m_rows[static_cast<size_t>(row)].end() : 0;
     }
     /// The cell there; an empty one is made if there is none.
     XCell* forceCell(int32_t row, int32_t col);
@@ -230,8 +234,7 @@ public:
                                                 const xstd::XMergedRects& changed);
     /// The same with the last cell of each ring in an order of the caller's.
     using CellOrder = std::function<bool(const XCell*, const XCell*)>;
-    std::vector<std::vector<XCell*>> breakRings(const XCellLevels& levels,
-                                                const CellOrder& before);
+    std::vector<std::vector<XCell*>> breakRings(const XCellLevels& levels, const CellOrder& before);
     /// "A1->B1->A1" for a ring of A1 and B1.
     static xstd::XString cyclicPathText(const std::vector<XCell*>& path);
 
@@ -279,8 +282,6 @@ public:
     xstd::XString rectsToText(const xstd::XMergedRects& rects) const;
 
 private:
-    using Row = std::vector<std::unique_ptr<XCell>>;
-
     std::unique_ptr<XCell>& forceSlot(int32_t row, int32_t col);
     void forgetLinks() noexcept;
     std::vector<XCell*>& listOf(const XCell& cell) noexcept;
@@ -309,21 +310,15 @@ private:
     std::unique_ptr<XCellRangeTree> m_rangeTree;
     std::vector<XCell*> m_linkedCells;
     std::vector<XCell*> m_heldOutCells;
-    std::vector<Row> m_rows;
+    std::vector<XCellRow> m_rows;
 };
 
 template <class F>
 void XCellTable::forEachCell(const xstd::XRect& rect, F&& fn) const
 {
-    const int32_t bottom = std::min<int64_t>(rect.bottom, static_cast<int64_t>(m_rows.size()) - 1);
-    for (int32_t row = std::max(rect.top, 0); row <= bottom; ++row) {
-        const Row& cells = m_rows[static_cast<size_t>(row)];
-        const int32_t right = std::min<int64_t>(rect.right, static_cast<int64_t>(cells.size()) - 1);
-        for (int32_t col = std::max(rect.left, 0); col <= right; ++col) {
-            if (XCell* cell = cells[static_cast<size_t>(col)].get())
-                fn(cell);
-        }
-    }
+    const int32_t bottom = std::min(rect.bottom, endRow() - 1);
+    for (int32_t row = std::max(rect.top, 0); row <= bottom; ++row)
+        m_rows[static_cast<size_t>(row)].forEach(rect.left, rect.right, fn);
 }
 
 } // namespace huge

@@ -45,9 +45,9 @@ XCell* nextRead(const XCellTable& table, SearchFrame& frame)
             frame.row = rect.top;
             frame.col = rect.left;
         }
-        const int32_t bottom = std::min(rect.bottom, table.maxRow());
-        const int32_t right = std::min(rect.right, table.maxCol());
+        const int32_t bottom = std::min(rect.bottom, table.endRow() - 1);
         for (; frame.row <= bottom; ++frame.row, frame.col = rect.left) {
+            const int32_t right = std::min(rect.right, table.endCol(frame.row) - 1);
             while (frame.col <= right) {
                 XCell* cell = table.cellAt(frame.row, frame.col++);
                 if (cell && cell->isLinked())

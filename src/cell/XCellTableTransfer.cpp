@@ -182,8 +182,8 @@ void XCellTable::moveRect(const xstd::XRect& rect, int32_t dRow, int32_t dCol,
             step(static_cast<int32_t>(backward ? last - (i - first) : i));
     };
     const auto stored = [this](int64_t row) {
-        const bool isThere = row >= 0 && row < static_cast<int64_t>(m_rows.size());
-        return isThere ? static_cast<int64_t>(m_rows[static_cast<size_t>(row)].size()) : 0;
+        const bool isThere = row >= 0 && row < endRow();
+        return isThere ? int64_t(endCol(static_cast<int32_t>(row))) : 0;
     };
     // A position matters when a cell leaves it or when it empties the place that it moves to.
     const int64_t lastRow = static_cast<int64_t>(m_rows.size()) - 1 + std::max(0, -dRow);

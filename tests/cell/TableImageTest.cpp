@@ -217,6 +217,26 @@ TEST(TableImage, SurvivesEveryValueInEveryField)
     }
 }
 
+// A few bytes that ask for a walk over 34,000,000,000 positions, or for room for 10,000 rows of
+// 32,767 cells, must cost little of either.
+TEST(TableImage, FarCellsAndLargeRangesCostNoMoreThanTheyHold)
+{
+    const Bytes widest = int32Bytes(0) + int32Bytes(0) + int32Bytes(1048575) + int32Bytes(32766) +
+                         int32Bytes(1048575) + int32Bytes(32766) + int32Bytes(4);
+    Sheet sheet;
+    const auto notes =
+        load(sheet, widest + cellRecord(0, 0, "sum(B1:AVLG1048576) + A2", "") +
+                        cellRecord(1, 0, "A1", "") + cellRecord(1048575, 32766, "5", ""));
+    EXPECT_EQ(notes.texts.at(0), "There is cyclic dependence: A2->A1->A2");
+    Bytes image = widest;
+    for (int32_t row = 0; row < 10000; ++row)
+        image = std::move(image) + cellRecord(row, 32766, "1", "");
+    load(sheet, image);
+    EXPECT_EQ(sheet.table.cellAt(9999, 32766)->valueText(), "1");
+    EXPECT_EQ(sheet.table.cellAt(9999, 255), nullptr);
+    EXPECT_EQ(sheet.table.lastUsedCol(sheet.table.mainRect()), 32766);
+}
+
 TEST(TableImage, AStopLeavesAllCellsInPlace)
 {
     Sheet source;
