@@ -4,6 +4,7 @@
 #include "cell/XCellRawExtend.h"
 #include "cell/XCellStyle.h"
 #include "cell/XCellTable.h"
+#include "cell/XDocumentFile.h"
 #include "common/XByteCursor.h"
 #include "script/XScript.h"
 
@@ -97,6 +98,8 @@ void addTables(const Corpus& corpus)
     corpus.add("table", "seed1", XCellTable(xstd::XRect(0, 0, 15, 15), 4).toVector());
     corpus.add("rects", "seed0", table.saveRectsToVector(xstd::XRect(0, 0, 6, 2)));
     corpus.add("rects", "seed1", table.saveRectsToVector(xstd::XRect(9, 9, 9, 9)));
+    const XDocumentFile document{table.toVector(), {1, 2, 3}};
+    corpus.add("document", "seed0", document.toVector());
     corpus.add("json", "table", table.toJson().toJson(0, 1));
 }
 
