@@ -52,5 +52,7 @@ int main(int argc, char** argv)
     showSplashMessage("正在显示主窗口......");
     window.show();
     endSplash(&window);
-    return runEventLoop(application);
+    // The splash waits until the window stands, and handles events meanwhile: a window that was
+    // closed by then has quit a loop that did not run yet.
+    return window.isVisible() ? runEventLoop(application) : 0;
 }
