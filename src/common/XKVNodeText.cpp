@@ -20,15 +20,29 @@ XString realText(double value)
     return text.find('.') == text.npos ? XString(text + ".0") : text;
 }
 
+// As escapeText, which writes a control byte without an escape as two bare digits: in a document it
+// has to come back as the byte that it was.
+XString quotedText(const XString& text)
+{
+    XString quoted = "\"";
+    for (const char c : text) {
+        const XString shown = escapeChar(static_cast<uint8_t>(c));
+        if (static_cast<uint8_t>(c) < 32 && shown[0] != '\\')
+            quoted += "\\x";
+        quoted += shown;
+    }
+    return quoted + "\"";
+}
+
 // The reader takes a bare word for a key; any other key needs quotes to come back.
 XString keyText(const XString& key)
 {
     const bool startsAsLabel = !key.empty() && (key[0] < '0' || key[0] > '9');
     for (const char c : key) {
         if (c != '_' && (c < '0' || c > '9') && (c < 'a' || c > 'z') && (c < 'A' || c > 'Z'))
-            return escapeText(key);
+            return quotedText(key);
     }
-    return startsAsLabel ? key : escapeText(key);
+    return startsAsLabel ? key : quotedText(key);
 }
 
 void appendLine(XString& text, int level, int width)
@@ -90,7 +104,7 @@ void XKVNode::appendJson(XString& text, int level, int width) const
         text += asBool() ? "true" : "false";
         return;
     case typeString:
-        text += escapeText(std::get<XString>(m_value));
+        text += quotedText(std::get<XString>(m_value));
         return;
     case typeArray:
         text += '[';

@@ -70,6 +70,17 @@ INSTANTIATE_TEST_SUITE_P(Texts, JsonText,
                               "{\"two words\": \"a\\\"\\n\\\\\"}"},
                              {"{\"键\": \"值\"}", "{\"键\": \"值\"}"}}));
 
+TEST(JsonWriter, KeepsControlBytes)
+{
+    XKVNode node;
+    const XString bytes(std::string({'a', '\0', '\1', '\37', '7', '\n'}));
+    node[bytes] = bytes;
+    EXPECT_EQ(node.toJson(), "{\"a\\x00\\x01\\x1F7\\n\": \"a\\x00\\x01\\x1F7\\n\"}");
+    const XJson back = json(node.toJson());
+    ASSERT_EQ(back.entries().count(bytes), 1u);
+    EXPECT_EQ(back.entries().at(bytes).toText(), bytes);
+}
+
 TEST(JsonReader, NamesWhatIsWrongAndWhere)
 {
     for (const TextCase& row : std::vector<TextCase>{
