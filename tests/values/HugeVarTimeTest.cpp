@@ -16,7 +16,7 @@ class Times : public ::testing::Test {
 protected:
     static void SetUpTestSuite()
     {
-        setenv("TZ", "XXX-8", 1); // eight hours east of Greenwich
+        setenv("TZ", "CST-8", 1); // eight hours east of Greenwich
         tzset();
     }
     static void TearDownTestSuite()
