@@ -32,6 +32,7 @@ struct Command {
 
 constexpr size_t any = std::numeric_limits<size_t>::max();
 constexpr Command commands[] = {{"eval", 1, 1, false, false},
+                                {"list", 1, 1, false, false},
                                 {"show", 1, 2, true, false},
                                 {"set", 2, any, false, true},
                                 {"json", 1, 1, false, false}};
@@ -86,6 +87,8 @@ const char* CliOptions::usage()
 {
     return "usage: tavix-cli eval FILE|-\n"
            "    runs the script in FILE, or on standard input, and prints its result\n"
+           "       tavix-cli list FILE|-\n"
+           "    compiles the script and prints the listing of its program\n"
            "       tavix-cli show DOC [RANGE] [--csv]\n"
            "    calculates a document and prints the values of its cells, or of those in RANGE\n"
            "       tavix-cli set DOC CELL=TEXT... [-o OUT]\n"

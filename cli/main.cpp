@@ -1,6 +1,6 @@
 #include "cli/CliOptions.h"
 #include "cli/documentCommands.h"
-#include "cli/evalCommand.h"
+#include "cli/scriptCommands.h"
 #include "cli/stopSignals.h"
 
 #include <cstdio>
@@ -17,6 +17,8 @@ void run(const CliOptions& options)
     const std::vector<std::string>& arguments = options.arguments;
     if (options.command == "eval")
         evalCommand(arguments[0]);
+    else if (options.command == "list")
+        listCommand(arguments[0]);
     else if (options.command == "show")
         showCommand(arguments[0], arguments.size() > 1 ? arguments[1] : "", options.csv);
     else if (options.command == "set")

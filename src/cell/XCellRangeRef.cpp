@@ -83,6 +83,22 @@ xstd::XString XCellRangeRef::toTextShifted(int32_t dRow, int32_t dCol, bool show
     return text;
 }
 
+xstd::XString XCellRangeRef::toRcText() const
+{
+    return toRcTextShifted(0, 0);
+}
+
+xstd::XString XCellRangeRef::toRcTextShifted(int32_t dRow, int32_t dCol) const
+{
+    if (!isCell())
+        return start.toText(true);
+    const auto text = [&](const XCellPos& pos) {
+        const XCellPos shifted = pos.shifted(dRow, dCol, false);
+        return xstd::format("(%d, %d)", shifted.row, shifted.signedCol());
+    };
+    return start == end ? text(start) : text(start) + ":" + text(end);
+}
+
 bool XCellRangeRef::parse(const xstd::XString& text, XCellRangeRef& out)
 {
     XCellPos start;

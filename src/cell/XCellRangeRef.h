@@ -49,6 +49,11 @@ struct XCellRangeRef {
     /// As toText, with the offsets added to relative coordinates of cells.
     xstd::XString toTextShifted(int32_t dRow, int32_t dCol, bool showRef) const;
 
+    /// Rows and columns as numbers, for listings: "(0, 1)", "(0, 1):(3, 4)"; in a relative form
+    /// these are offsets. Numbers read as in toText.
+    xstd::XString toRcText() const;
+    xstd::XString toRcTextShifted(int32_t dRow, int32_t dCol) const;
+
     /// Reads the ends from a text that holds one reference and nothing else, absolute form; id and
     /// place in the text stay. False, with `out` as it was, when the text is none.
     static bool parse(const xstd::XString& text, XCellRangeRef& out);

@@ -20,4 +20,28 @@ xstd::XString XCellScript::textAt(int32_t row, int32_t col, bool showRef) const
     return spliceRefs(m_textDecoder.text(), std::move(refs), showRef);
 }
 
+xstd::h160 XCellScript::hash() const
+{
+    return xstd::hash160(prog());
+}
+
+void XCellScript::dump(const XDebugInfo* debug, const XScriptBuilder::LineSink& sink)
+{
+    XScriptBuilder::putLine(sink, "hash: " + hash().toHex());
+    XScriptBuilder::putLine(sink, "ranges:");
+    for (const auto& entry : ranges)
+        XScriptBuilder::putLine(sink, entry.second.toRcText());
+    m_imageBuilder.decode(debug, sink);
+}
+
+void XCellScript::list(const xstd::XString& text, int32_t row, int32_t col,
+                       const XScriptBuilder::LineSink& sink)
+{
+    XDebugInfo debug;
+    debug.lines = text.split('\n');
+    XCellScript script(text, row, col);
+    script.compile(&debug);
+    script.dump(&debug, sink);
+}
+
 } // namespace huge

@@ -1,6 +1,7 @@
 #include "script/XBytecode.h"
 
 #include "common/XException.h"
+#include "common/XTextForms.h"
 #include "script/XScriptExtendData.h"
 
 #include <algorithm>
@@ -110,6 +111,21 @@ const HugeFloat* floatOf(const prog_od::Value& value)
     return imaginary == nullptr ? nullptr : &imaginary->value;
 }
 
+xstd::XString slotOfModulus(int16_t modIdx)
+{
+    return xstd::format("(mod stack[%d])", modIdx);
+}
+
+xstd::XString closureText(const od_closure& od)
+{
+    xstd::XString slots;
+    for (const uint16_t slot : od.closureVars)
+        slots += xstd::format(slots.empty() ? "%d" : ", %d", slot);
+    return xstd::format("entry:%u{maxStack:%d, paramCount:%d, closureVarCount:%zu, closureVars:[",
+                        od.entry, od.maxStack, od.paramCount, od.closureVars.size()) +
+           slots + "]}";
+}
+
 uint64_t headerOf(const uint8_t* bytes, size_t length)
 {
     if (length < numberHeader)
@@ -124,6 +140,31 @@ uint64_t headerOf(const uint8_t* bytes, size_t length)
 const char* xopName(uint8_t op) noexcept
 {
     return op < opNames.size() ? opNames[op] : "UNKNOWN";
+}
+
+int xopOperands(uint8_t op) noexcept
+{
+    switch (op) {
+    case OP_NULL:
+    case OP_PUSH_NULL:
+    case OP_POP:
+    case OP_CLOSURE_END:
+    case OP_RETURN:
+        return 0;
+    case OP_PUSH:
+    case OP_PUSH_REF:
+    case OP_POPTO:
+    case OP_NOT:
+    case OP_NEG:
+    case OP_BIT_NOT:
+    case OP_JMP:
+    case OP_CLOSURE_BEGIN:
+        return 1;
+    case OP_INVOKE:
+        return 3;
+    default:
+        return op < opNames.size() ? 2 : 0;
+    }
 }
 
 const char* xodName(uint8_t tag) noexcept
@@ -287,6 +328,38 @@ bool prog_od::asBool() const
     if (const auto* text = std::get_if<od_str>(&value))
         return !text->value.empty();
     return asInt64() != 0;
+}
+
+xstd::XString prog_od::valueText() const
+{
+    return std::visit<xstd::XString>(
+        Overloaded{
+            [this](std::monostate) { return xstd::XString(type == OD_NULL ? "null" : ""); },
+            [](const od_bool& od) { return xstd::XString(od.value ? "true" : "false"); },
+            [](const od_int& od) { return od.value.toString(); },
+            [](const od_modint& od) { return od.value.toString() + slotOfModulus(od.modIdx); },
+            [](const od_offset& od) { return xstd::format("%d", od.value); },
+            [](const od_float& od) { return od.value.toString(); },
+            [](const od_imag& od) { return od.value.toString(); },
+            [](const od_str& od) { return od.value; },
+            [](const od_extend& od) {
+                return od.name + xstd::format("{%d, %d}", od.textPos, od.textLen);
+            },
+            [](const od_closure& od) { return closureText(od); },
+            [](const auto& od) { return xstd::format("%d", od.idx); }},
+        value);
+}
+
+xstd::XString prog_od::toText() const
+{
+    const xstd::XString name = xodName(type);
+    if (type == OD_STR)
+        return name + "{ " + xstd::escapeText(std::get<od_str>(value).value) + " }";
+    const bool isSlot = type == OD_STACKVAR || type == OD_STACK;
+    xstd::XString result = name + (isSlot ? "[ " : "{ ") + valueText() + (isSlot ? " ]" : " }");
+    if (isSlot && !text.empty())
+        result = text + "{ " + result + " }";
+    return modIdx < 0 ? result : result + slotOfModulus(modIdx);
 }
 
 } // namespace huge

@@ -91,6 +91,9 @@ constexpr int32_t progHeaderSize = 2;
 /// The name of an instruction in listings; "UNKNOWN" for one that has none.
 const char* xopName(uint8_t op) noexcept;
 
+/// How many operands follow an instruction; 0 for what is none.
+int xopOperands(uint8_t op) noexcept;
+
 /// The name of an operand tag; "unknown" for one that is none.
 const char* xodName(uint8_t tag) noexcept;
 
@@ -181,6 +184,13 @@ struct prog_od {
     double asDouble() const;
     /// True when the scalar is not zero, for a string when it is not empty.
     bool asBool() const;
+
+    /// The value alone, for listings: numbers in decimal, texts as they are, what names have
+    /// beside their text, and all parts of a closure.
+    xstd::XString valueText() const;
+    /// The operand in a listing: its type and value, behind the source text where a variable has
+    /// one, and in front of the modulus slot of a residue.
+    xstd::XString toText() const;
 
 private:
     void requireKnownType() const;

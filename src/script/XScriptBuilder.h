@@ -7,6 +7,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <vector>
 
 namespace huge {
@@ -34,6 +35,21 @@ public:
 
     /// The bytes of a name; the plain form 1 unless who derives knows more of it.
     virtual void encodeExtend(XScriptExtendData& out, const od_extend& name);
+
+    /// Takes one finished line of a listing, without a line feed.
+    using LineSink = std::function<void(const xstd::XString& line)>;
+    /// Gives the line to the sink, or to standard output where there is none.
+    static void putLine(const LineSink& sink, const xstd::XString& line);
+    /// Takes one instruction with its operands in the order of reading.
+    using InstructionSink = std::function<void(xop_type op, std::vector<prog_od> operands)>;
+
+    /// Lists the image, a line for each instruction. With debug, which is not owned, each source
+    /// line that is known goes in front of its instructions, and variables bear their names.
+    /// Without a sink the lines go to standard output. Fails with "Not a script, program is too
+    /// small" for an image without its header.
+    virtual void decode(const XDebugInfo* debug, const LineSink& sink);
+    /// Hands the instructions out one by one; fails like decode.
+    virtual void decodeTo(const InstructionSink& sink);
 
     int32_t pos() const noexcept { return static_cast<int32_t>(m_pos); }
     int32_t size() const noexcept { return static_cast<int32_t>(m_size); }
@@ -109,6 +125,8 @@ private:
     template <class Od>
     void writeOperand(xod_type tag, const Od& od, int32_t at);
     void writeScratch(int32_t at) { write(m_scratch.data(), m_scratch.size(), at); }
+    void requireHeader() const;
+    std::vector<prog_od> readOperands(xop_type op, const XDebugInfo* debug);
     void noteLine(XDebugInfo* debug, int32_t line, int32_t at);
     int32_t place(int32_t at) const noexcept { return at < 0 ? pos() : at; }
     HugeFloat readNumber(xod_type tag, int32_t at);

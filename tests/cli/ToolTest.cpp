@@ -35,6 +35,22 @@ TEST_F(Tool, PrintsTheResultOfAScriptAndALineFeed)
     }
 }
 
+TEST_F(Tool, ListsTheProgramOfAScriptBehindItsDigestAndReferences)
+{
+    const ToolResult result = run({"list", "-"}, "A1 + sum($B$2:C3, r:5)");
+    EXPECT_EQ(result.status, 0) << result.err;
+    EXPECT_EQ(result.out.find("hash: "), 0u);
+    const std::string head =
+        "\nranges:\n(1, 1):(2, 2)\nr:5\n(0, 0)\nMAXSTACK\t2\n\ncode: A1 + sum(";
+    EXPECT_EQ(result.out.find(head), std::string("hash: ").size() + 40) << result.out;
+    EXPECT_NE(result.out.find("EXEC         extend{ sum{0, 0} }, param:int{ 2 }\n"),
+              std::string::npos)
+        << result.out;
+    const ToolResult failing = run({"list", "-"}, "(1 2");
+    EXPECT_EQ(failing.status, 1);
+    EXPECT_EQ(failing.out, "");
+}
+
 TEST_F(Tool, PrintsAFailureToTheErrorStreamAndEndsWith1)
 {
     for (const char* script : {"1 / 0", "(1 2", "\"open", "1 | true", "`"}) {

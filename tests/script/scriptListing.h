@@ -27,7 +27,7 @@ public:
         for (huge::xop_type op = m_code.readOp(); op != huge::OP_NULL; op = m_code.readOp()) {
             result += separator;
             result += huge::xopName(op);
-            for (int i = 0; i < operandCount(op); ++i)
+            for (int i = 0; i < huge::xopOperands(op); ++i)
                 result.append(" ").append(operand(m_code.readOperand(), op));
             separator = "; ";
         }
@@ -35,18 +35,6 @@ public:
     }
 
 private:
-    static int operandCount(huge::xop_type op)
-    {
-        using namespace huge;
-        if (op == OP_INVOKE)
-            return 3;
-        if (op == OP_PUSH_NULL || op == OP_POP || op == OP_CLOSURE_END || op == OP_RETURN)
-            return 0;
-        const bool one = op == OP_PUSH || op == OP_PUSH_REF || op == OP_POPTO || op == OP_NOT ||
-                         op == OP_NEG || op == OP_BIT_NOT || op == OP_JMP || op == OP_CLOSURE_BEGIN;
-        return one ? 1 : 2;
-    }
-
     void numberInstructions()
     {
         m_code.setPos(huge::progHeaderSize);
@@ -55,7 +43,7 @@ private:
             const huge::xop_type op = m_code.readOp();
             if (op == huge::OP_NULL)
                 break;
-            for (int i = 0; i < operandCount(op); ++i)
+            for (int i = 0; i < huge::xopOperands(op); ++i)
                 m_code.readOperand();
         }
     }

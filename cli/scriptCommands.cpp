@@ -1,6 +1,7 @@
-#include "cli/evalCommand.h"
+#include "cli/scriptCommands.h"
 
 #include "cell/XCellEnv.h"
+#include "cell/XCellScript.h"
 #include "cli/output.h"
 #include "script/XScript.h"
 #include "script/XScriptEnvBase.h"
@@ -77,5 +78,12 @@ void evalCommand(const std::string& path)
     const huge::HugeVariant result = script.run(makeEnvironment());
     if (!result.isNull())
         writeOutput(result.toString() + "\n");
+    flushOutput();
+}
+
+void listCommand(const std::string& path)
+{
+    huge::XCellScript::list(xstd::XString(readScript(path)), 0, 0,
+                            [](const xstd::XString& line) { writeOutput(line + "\n"); });
     flushOutput();
 }
