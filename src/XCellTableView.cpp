@@ -63,6 +63,7 @@ XCellTableView::XCellTableView(QWidget* parent) : QTableView(parent)
     horizontalHeader()->setMouseTracking(true);
     verticalHeader()->setObjectName("verticalHeader");
     verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
+    initHeaders();
     setItemDelegate(new XCellTableViewItemDelegate(this));
 }
 

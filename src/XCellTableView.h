@@ -1,6 +1,8 @@
 #pragma once
 
 #include "XCellPaintState.h"
+#include "XCellPointer.h"
+#include "cell/XCellRangeRef.h"
 #include "common/XMergedRects.h"
 #include "common/XUndoableActions.h"
 
@@ -45,6 +47,65 @@ public:
     void undo();
     /// Does the last undone action again, with the same signs.
     void redo();
+
+    // Mouse and references
+
+    /// While a script is under edit the grid shows what it reads, as marks; a click or drag makes
+    /// or changes a reference in the script in place of selecting. `ranges` are the script's
+    /// references in absolute form, (row, col) is the cell under edit.
+    void enterReferenceMode(int row, int col, const std::vector<huge::XCellRangeRef>& ranges);
+    /// With `clear` the marks are forgotten, else they stay known to hoverMark.
+    void leaveReferenceMode(bool clear);
+    bool isInReferenceMode() const { return m_pointer.mode == XCellPointer::Reference; }
+    void updateMarks(const std::vector<huge::XCellRangeRef>& ranges);
+    /// Frames the mark at the same place of the script with the same cells, or none when there is
+    /// no such mark. With `front` it becomes the first, which is preferred where marks are alike.
+    void hoverMark(const huge::XCellRangeRef& range, bool front);
+    void clearHover();
+    /// Whether the editor has a place for a reference at its cursor.
+    bool canTakeReference() const;
+    const std::vector<huge::XCellRangeRef>& marks() const { return m_marks; }
+    /// The mark under the pointer or under the editor's cursor; null when there is none.
+    const huge::XCellRangeRef* hoveredMark() const;
+
+protected:
+    void mousePressEvent(QMouseEvent* event) override;
+    void mouseMoveEvent(QMouseEvent* event) override;
+    void mouseReleaseEvent(QMouseEvent* event) override;
+    void timerEvent(QTimerEvent* event) override;
+
+private slots:
+    void hsectionResized(int logicalIndex, int oldSize, int newSize);
+    void vsectionResized(int logicalIndex, int oldSize, int newSize);
+
+private:
+    void initHeaders();
+    xstd::XPoint cellUnder(const QPoint& pos) const;
+    QRect pixelsOf(const xstd::XRect& rect) const;
+    void repaintCells(const xstd::XRect& rect);
+    void setDragTo(const xstd::XRect& rect);
+    void resetPointer();
+    bool startDrag(const QPoint& pos);
+    bool startReference(const QPoint& pos);
+    void dragOver(const QPoint& pos);
+    void dragMove(const xstd::XPoint& cell);
+    void finishDrag(bool scriptOnly);
+    void finishReference();
+    void followEdge(const QPoint& pos);
+    void scrollTowards(const QPoint& pos);
+    QCursor cursorFor(const QPoint& pos);
+    QCursor markCursor(const QPoint& pos);
+    int markAt(int row, int col) const;
+    void setHovered(int mark);
+    void showMarks();
+    void repaintMarks();
+
+    XCellPointer m_pointer;
+    XCellCursors m_cursors;
+    std::vector<huge::XCellRangeRef> m_marks;
+    int m_hoveredMark = -1; // index in m_marks
+    bool m_syncResize = true;
+    // End of mouse and references
 
 protected:
     void keyPressEvent(QKeyEvent* event) override;

@@ -1,0 +1,256 @@
+#include "XCellTableView.h"
+
+#include "XCellTableModel.h"
+
+#include <QGuiApplication>
+#include <QHeaderView>
+#include <QMouseEvent>
+#include <QScopedValueRollback>
+#include <QScrollBar>
+#include <QTimerEvent>
+
+#include <algorithm>
+
+using xstd::XPoint;
+using xstd::XRect;
+
+namespace {
+
+constexpr int scrollInterval = 40; // ms between the steps of a drag outside of the viewport
+
+bool isEdge(XCellZone zone)
+{
+    return zone >= XCellZone::Bottom;
+}
+
+} // namespace
+
+void XCellTableView::initHeaders()
+{
+    connect(horizontalHeader(), &QHeaderView::sectionResized, this,
+            &XCellTableView::hsectionResized);
+    connect(verticalHeader(), &QHeaderView::sectionResized, this, &XCellTableView::vsectionResized);
+}
+
+void XCellTableView::hsectionResized(int logicalIndex, int, int newSize)
+{
+    if (!m_syncResize || !selectionModel())
+        return;
+    const QScopedValueRollback<bool> guard(m_syncResize, false);
+    const int lastRow = m_model->rowCount() - 1;
+    const QItemSelection selection = selectionModel()->selection();
+    const auto isWhole = [&](const QItemSelectionRange& range) {
+        return range.top() == 0 && range.bottom() == lastRow;
+    };
+    const auto holdsSection = [&](const QItemSelectionRange& range) {
+        return isWhole(range) && logicalIndex >= range.left() && logicalIndex <= range.right();
+    };
+    if (std::none_of(selection.begin(), selection.end(), holdsSection))
+        return;
+    for (const QItemSelectionRange& range : selection) {
+        for (int col = range.left(); isWhole(range) && col <= range.right(); ++col)
+            horizontalHeader()->resizeSection(col, newSize);
+    }
+}
+
+void XCellTableView::vsectionResized(int logicalIndex, int, int newSize)
+{
+    if (!m_syncResize || !selectionModel())
+        return;
+    const QScopedValueRollback<bool> guard(m_syncResize, false);
+    const int lastCol = m_model->columnCount() - 1;
+    const QItemSelection selection = selectionModel()->selection();
+    const auto isWhole = [&](const QItemSelectionRange& range) {
+        return range.left() == 0 && range.right() == lastCol;
+    };
+    const auto holdsSection = [&](const QItemSelectionRange& range) {
+        return isWhole(range) && logicalIndex >= range.top() && logicalIndex <= range.bottom();
+    };
+    if (std::none_of(selection.begin(), selection.end(), holdsSection))
+        return;
+    for (const QItemSelectionRange& range : selection) {
+        for (int row = range.top(); isWhole(range) && row <= range.bottom(); ++row)
+            verticalHeader()->resizeSection(row, newSize);
+    }
+}
+
+XPoint XCellTableView::cellUnder(const QPoint& pos) const
+{
+    const QRect seen = viewport()->rect();
+    const int row = rowAt(std::clamp(pos.y(), seen.top(), seen.bottom()));
+    const int col = columnAt(std::clamp(pos.x(), seen.left(), seen.right()));
+    return {row < 0 ? m_model->rowCount() - 1 : row, col < 0 ? m_model->columnCount() - 1 : col};
+}
+
+QRect XCellTableView::pixelsOf(const XRect& rect) const
+{
+    const XRect cells =
+        rect.intersect(XRect(0, 0, m_model->rowCount() - 1, m_model->columnCount() - 1));
+    if (cells.isNull())
+        return QRect();
+    return visualRect(m_model->index(cells.top, cells.left)) |
+           visualRect(m_model->index(cells.bottom, cells.right));
+}
+
+void XCellTableView::repaintCells(const XRect& rect)
+{
+    constexpr int frame = 3; // the next cells draw the shared edges, and dots are two pixels wide
+    const QRect pixels = pixelsOf(rect);
+    if (!pixels.isEmpty())
+        viewport()->update(pixels.adjusted(-frame, -frame, frame, frame));
+}
+
+void XCellTableView::setDragTo(const XRect& rect)
+{
+    repaintCells(m_paintState.dragTo);
+    m_paintState.dragTo = rect;
+    repaintCells(rect);
+}
+
+void XCellTableView::resetPointer()
+{
+    if (m_pointer.mode != XCellPointer::Reference)
+        m_pointer.mode = XCellPointer::Normal;
+    repaintCells(m_pointer.dragFrom);
+    setDragTo(XRect());
+    m_pointer.refOp = XCellRefOp::None;
+    m_pointer.dragFrom = XRect();
+    m_pointer.pressCell = m_pointer.lastCell = XPoint{-1, -1};
+    m_pointer.scrollTimer.stop();
+}
+
+void XCellTableView::mousePressEvent(QMouseEvent* event)
+{
+    if (m_pointer.mode == XCellPointer::Reference) {
+        // The other buttons have nothing to say to the script under edit.
+        if (event->button() != Qt::LeftButton || startReference(event->pos()))
+            return;
+        setFocusPolicy(Qt::ClickFocus);
+        setFocus();
+        leaveReferenceMode(true);
+    } else if (startDrag(event->pos())) {
+        return;
+    }
+    QTableView::mousePressEvent(event);
+}
+
+bool XCellTableView::startDrag(const QPoint& pos)
+{
+    const xstd::XMergedRects selected = selectedRects();
+    if (selected.size() != 1)
+        return false;
+    const XCellZone zone = zoneAt(pixelsOf(selected[0]), pos);
+    if (zone != XCellZone::BottomRight && !isEdge(zone))
+        return false;
+    m_pointer.mode = isEdge(zone) ? XCellPointer::Move : XCellPointer::Fill;
+    m_pointer.dragFrom = selected[0];
+    if (isEdge(zone))
+        m_pointer.pressCell = m_pointer.lastCell = cellUnder(pos);
+    else
+        m_pointer.lastCell = XPoint{-1, -1};
+    return true;
+}
+
+void XCellTableView::mouseMoveEvent(QMouseEvent* event)
+{
+    if (!(event->buttons() & Qt::LeftButton)) {
+        viewport()->setCursor(cursorFor(event->pos()));
+        QTableView::mouseMoveEvent(event);
+    } else if (m_pointer.mode != XCellPointer::Normal) {
+        dragOver(event->pos());
+        followEdge(event->pos());
+    } else {
+        QTableView::mouseMoveEvent(event);
+    }
+}
+
+void XCellTableView::dragOver(const QPoint& pos)
+{
+    const XPoint cell = cellUnder(pos);
+    if (cell == m_pointer.lastCell)
+        return;
+    m_pointer.lastCell = cell;
+    if (m_pointer.mode == XCellPointer::Fill)
+        setDragTo(fillTarget(m_pointer.dragFrom, cell));
+    else if (m_pointer.mode == XCellPointer::Move)
+        dragMove(cell);
+    else if (m_pointer.refOp != XCellRefOp::None)
+        setDragTo(markTarget(m_pointer.refOp, m_pointer.dragFrom, m_pointer.pressCell, cell,
+                             m_paintState.dragTo));
+}
+
+void XCellTableView::dragMove(const XPoint& cell)
+{
+    const XPoint& press = m_pointer.pressCell;
+    if (cell == press) {
+        setDragTo(XRect());
+        return;
+    }
+    const XRect target = m_pointer.dragFrom.offset(cell.row - press.row, cell.col - press.col);
+    if (target.top >= 0 && target.left >= 0)
+        setDragTo(target);
+}
+
+void XCellTableView::followEdge(const QPoint& pos)
+{
+    m_pointer.scrollPos = pos;
+    if (viewport()->rect().contains(pos))
+        m_pointer.scrollTimer.stop();
+    else if (!m_pointer.scrollTimer.isActive())
+        m_pointer.scrollTimer.start(scrollInterval, this);
+}
+
+void XCellTableView::timerEvent(QTimerEvent* event)
+{
+    if (event->timerId() != m_pointer.scrollTimer.timerId()) {
+        QTableView::timerEvent(event);
+        return;
+    }
+    scrollTowards(m_pointer.scrollPos);
+    dragOver(m_pointer.scrollPos);
+}
+
+void XCellTableView::scrollTowards(const QPoint& pos)
+{
+    const QRect seen = viewport()->rect();
+    const auto step = [](QScrollBar* bar, int value, int first, int last) {
+        if (value < first)
+            bar->triggerAction(QAbstractSlider::SliderSingleStepSub);
+        else if (value > last)
+            bar->triggerAction(QAbstractSlider::SliderSingleStepAdd);
+    };
+    step(horizontalScrollBar(), pos.x(), seen.left(), seen.right());
+    step(verticalScrollBar(), pos.y(), seen.top(), seen.bottom());
+}
+
+void XCellTableView::mouseReleaseEvent(QMouseEvent* event)
+{
+    if (event->button() == Qt::RightButton) {
+        resetPointer();
+        return;
+    }
+    if (m_pointer.mode == XCellPointer::Reference) {
+        finishReference();
+        return;
+    }
+    if (m_pointer.mode != XCellPointer::Normal) {
+        const bool control = QGuiApplication::queryKeyboardModifiers() & Qt::ControlModifier;
+        finishDrag(control);
+    }
+    QTableView::mouseReleaseEvent(event);
+}
+
+void XCellTableView::finishDrag(bool)
+{
+    resetPointer();
+}
+
+QCursor XCellTableView::cursorFor(const QPoint& pos)
+{
+    if (m_pointer.mode == XCellPointer::Reference)
+        return markCursor(pos);
+    const xstd::XMergedRects selected = selectedRects();
+    if (selected.size() != 1 || pos.x() <= 0 || pos.y() <= 0)
+        return m_cursors.arrow;
+    return m_cursors.of(pixelsOf(selected[0]), pos);
+}

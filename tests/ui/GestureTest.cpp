@@ -1,0 +1,159 @@
+#include "WindowFixture.h"
+#include "XCellPointer.h"
+
+#include <QHeaderView>
+
+namespace {
+
+using xstd::XPoint;
+using xstd::XRect;
+
+struct FillCase {
+    XRect source;
+    XPoint cell;
+    XRect target;
+};
+
+TEST(FillDrag, GoesTheFartherWayAndDownOnATie)
+{
+    const FillCase rows[] = {
+        {{0, 0, 0, 0}, {0, 2}, {0, 1, 0, 2}},   // A1 to C1: B1:C1
+        {{0, 0, 0, 0}, {2, 2}, {1, 0, 2, 0}},   // A1 to C3, as far down as across
+        {{4, 4, 5, 6}, {1, 5}, {1, 4, 3, 6}},   // upward
+        {{4, 4, 5, 6}, {5, 0}, {4, 0, 5, 3}},   // to the left
+        {{4, 4, 5, 6}, {7, 9}, {4, 7, 5, 9}},   // two down, three across
+        {{4, 4, 5, 6}, {4, 6}, {0, 0, -1, -1}}, // over the source
+    };
+    for (const FillCase& row : rows)
+        EXPECT_EQ(fillTarget(row.source, row.cell), row.target) << row.target.toString();
+}
+
+TEST(Zones, LieTwoPixelsToEachSide)
+{
+    const QRect rect(QPoint(100, 50), QPoint(200, 90));
+    const struct {
+        QPoint pos;
+        XCellZone zone;
+    } rows[] = {
+        {{202, 92}, XCellZone::BottomRight}, {{198, 88}, XCellZone::BottomRight},
+        {{203, 90}, XCellZone::None},        {{98, 48}, XCellZone::TopLeft},
+        {{200, 50}, XCellZone::TopRight},    {{100, 90}, XCellZone::BottomLeft},
+        {{103, 92}, XCellZone::Bottom},      {{197, 48}, XCellZone::Top},
+        {{98, 53}, XCellZone::Left},         {{202, 87}, XCellZone::Right},
+        {{150, 70}, XCellZone::None},        {{150, 93}, XCellZone::None},
+    };
+    for (const auto& row : rows)
+        EXPECT_EQ(zoneAt(rect, row.pos), row.zone) << row.pos.x() << ", " << row.pos.y();
+}
+
+class Gesture : public WindowFixture {
+protected:
+    QRect cell(int row, int col) { return view()->visualRect(page().model()->index(row, col)); }
+    void press(const QPoint& pos, Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mousePress(view()->viewport(), button, Qt::NoModifier, pos);
+    }
+    void moveTo(const QPoint& pos, Qt::MouseButtons buttons = Qt::LeftButton)
+    {
+        QMouseEvent event(QEvent::MouseMove, pos, view()->viewport()->mapToGlobal(pos),
+                          Qt::NoButton, buttons, Qt::NoModifier);
+        QApplication::sendEvent(view()->viewport(), &event);
+    }
+    void release(const QPoint& pos, Qt::KeyboardModifiers modifiers = Qt::NoModifier,
+                 Qt::MouseButton button = Qt::LeftButton)
+    {
+        QTest::mouseRelease(view()->viewport(), button, modifiers, pos);
+    }
+    void drag(const QPoint& from, const QPoint& to,
+              Qt::KeyboardModifiers modifiers = Qt::NoModifier)
+    {
+        press(from);
+        moveTo(to);
+        release(to, modifiers);
+    }
+    void selectRect(const XRect& rect) { view()->select(rect, false); }
+    const XRect& target() { return view()->paintState().dragTo; }
+    QPoint bottomEdge(int row, int col)
+    {
+        return {cell(row, col).center().x(), cell(row, col).bottom()};
+    }
+};
+
+TEST_F(Gesture, TheCornerFillsAndTheEdgesMove)
+{
+    selectRect(XRect(2, 2, 2, 2));
+    press(cell(2, 2).bottomRight());
+    moveTo(cell(5, 3).center());
+    EXPECT_EQ(target(), XRect(3, 2, 5, 2));
+    moveTo(cell(2, 2).center());
+    EXPECT_TRUE(target().isNull());
+    release(cell(2, 2).center());
+    press(bottomEdge(2, 2));
+    moveTo(cell(4, 3).center());
+    EXPECT_EQ(target(), XRect(4, 3, 4, 3));
+    moveTo(cell(0, 0).center());
+    EXPECT_EQ(target(), XRect(0, 0, 0, 0));
+    moveTo(cell(2, 2).center());
+    EXPECT_TRUE(target().isNull());
+    release(cell(2, 2).center());
+    EXPECT_EQ(view()->selectedRects(), xstd::XMergedRects(XRect(2, 2, 2, 2)));
+}
+
+TEST_F(Gesture, AMoveBeyondTheFirstRowKeepsTheLastTarget)
+{
+    selectRect(XRect(1, 1, 3, 1));
+    press(bottomEdge(3, 1));
+    moveTo(cell(2, 1).center());
+    EXPECT_EQ(target(), XRect(0, 1, 2, 1));
+    moveTo(cell(0, 1).center());
+    EXPECT_EQ(target(), XRect(0, 1, 2, 1));
+    release(cell(0, 1).center(), Qt::NoModifier, Qt::RightButton);
+    EXPECT_TRUE(target().isNull());
+}
+
+TEST_F(Gesture, ADragOutsideOfTheGridScrolls)
+{
+    selectRect(XRect(2, 2, 2, 2));
+    press(cell(2, 2).bottomRight());
+    const QPoint below(cell(2, 2).center().x(), view()->viewport()->height() + 30);
+    moveTo(below);
+    const int lastSeen = target().bottom;
+    EXPECT_TRUE(QTest::qWaitFor([&] { return target().bottom > lastSeen + 2; }));
+    release(below, Qt::NoModifier, Qt::RightButton);
+}
+
+TEST_F(Gesture, TheShapeTellsWhatAPressWouldDo)
+{
+    selectRect(XRect(2, 2, 3, 4));
+    const QRect corner = cell(3, 4);
+    const auto shapeAt = [&](const QPoint& pos) {
+        moveTo(pos, Qt::NoButton);
+        return view()->viewport()->cursor().shape();
+    };
+    EXPECT_EQ(shapeAt(corner.bottomRight()), Qt::CrossCursor);
+    EXPECT_EQ(shapeAt({corner.center().x(), corner.bottom()}), Qt::SizeAllCursor);
+    EXPECT_EQ(shapeAt({cell(2, 2).left() - 1, corner.center().y()}), Qt::SizeAllCursor);
+    EXPECT_EQ(shapeAt({corner.center().x(), cell(2, 2).top() - 2}), Qt::SizeAllCursor);
+    EXPECT_EQ(shapeAt(corner.center()), Qt::ArrowCursor);
+}
+
+TEST_F(Gesture, SelectedColumnsGetOneWidthAndOthersKeepTheirs)
+{
+    QHeaderView* header = view()->horizontalHeader();
+    view()->selectColumn(1);
+    view()->select(XRect(0, 1, page().model()->rowCount() - 1, 3), false);
+    const int before = header->sectionSize(5);
+    header->resizeSection(2, 41);
+    EXPECT_EQ(header->sectionSize(1), 41);
+    EXPECT_EQ(header->sectionSize(3), 41);
+    EXPECT_EQ(header->sectionSize(5), before);
+    header->resizeSection(5, 77); // not selected: it alone
+    EXPECT_EQ(header->sectionSize(1), 41);
+    view()->select(XRect(4, 0, 5, page().model()->columnCount() - 1), false);
+    view()->verticalHeader()->resizeSection(4, 55);
+    EXPECT_EQ(view()->verticalHeader()->sectionSize(5), 55);
+    header->resizeSection(1, 60);
+    EXPECT_EQ(header->sectionSize(2), 41);
+}
+
+} // namespace
