@@ -1,5 +1,6 @@
 #pragma once
 
+#include <QColor>
 #include <QString>
 
 #include <functional>
@@ -11,6 +12,7 @@ struct UserPrompts {
     std::function<QString(const QString& text, const QString& title)> info;
     std::function<QString(const QString& version)> exit;
     std::function<void(const QString& text)> fullText;
+    std::function<QColor(const QColor& current)> color; ///< an invalid colour: none was chosen
 };
 
 /// The one set of answers of the process.
