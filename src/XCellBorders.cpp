@@ -132,58 +132,60 @@ private:
         return std::max(width, dragLine(side));
     }
 
+    void gridLine(Side side)
+    {
+        if (side == Side::Top)
+            m_painter->fillRect(m_rect.left() + 1, m_rect.top(), m_rect.width() - 2, 1,
+                                horizontalGrid);
+        else
+            m_painter->fillRect(m_rect.left(), m_rect.top() + 1, 1, m_rect.height() - 2,
+                                verticalGrid);
+    }
+
+    /// `count` lines from the side inward; returns `count`. The right and bottom sides begin one
+    /// pixel further in: the edge itself belongs to the next cell. Lines are filled, because a pen
+    /// is centred on its pixel and would leave the cell where pixels are scaled.
+    int lines(Side side, int count, const QColor& color)
+    {
+        const QRect& r = m_rect;
+        switch (side) {
+        case Side::Top:
+            m_painter->fillRect(r.left(), r.top(), r.width(), count, color);
+            break;
+        case Side::Left:
+            m_painter->fillRect(r.left(), r.top(), count, r.height(), color);
+            break;
+        case Side::Right:
+            m_painter->fillRect(r.right() - count, r.top(), count, r.height(), color);
+            break;
+        case Side::Bottom:
+            m_painter->fillRect(r.left(), r.bottom() - count, r.width(), count, color);
+            break;
+        }
+        return count;
+    }
+
     int dragLine(Side side)
     {
         if (!touches(state().dragTo, m_row, m_col, side))
             return 0;
         m_painter->setPen(QPen(dragFrame, 2, Qt::DotLine));
-        line(side, side == Side::Right || side == Side::Bottom ? 1 : 0);
-        return 1;
-    }
-
-    void gridLine(Side side)
-    {
-        if (side == Side::Top) {
-            m_painter->setPen(QPen(horizontalGrid, 1));
-            m_painter->drawLine(m_rect.left() + 1, m_rect.top(), m_rect.right() - 1, m_rect.top());
-        } else {
-            m_painter->setPen(QPen(verticalGrid, 1));
-            m_painter->drawLine(m_rect.left(), m_rect.top() + 1, m_rect.left(),
-                                m_rect.bottom() - 1);
-        }
-    }
-
-    /// `count` lines from the side inward; returns `count`. The right and bottom sides begin one
-    /// pixel further in: the edge itself belongs to the next cell.
-    int lines(Side side, int count, const QColor& color)
-    {
-        m_painter->setPen(QPen(color, 1));
-        const int first = side == Side::Right || side == Side::Bottom ? 1 : 0;
-        for (int i = 0; i < count; ++i)
-            line(side, first + i);
-        return count;
-    }
-
-    void line(Side side, int inset)
-    {
+        const QRect r = m_rect.adjusted(0, 0, -1, -1);
         switch (side) {
         case Side::Top:
-            m_painter->drawLine(m_rect.left(), m_rect.top() + inset, m_rect.right(),
-                                m_rect.top() + inset);
+            m_painter->drawLine(r.left(), r.top(), m_rect.right(), r.top());
             break;
         case Side::Left:
-            m_painter->drawLine(m_rect.left() + inset, m_rect.top(), m_rect.left() + inset,
-                                m_rect.bottom());
+            m_painter->drawLine(r.left(), r.top(), r.left(), m_rect.bottom());
             break;
         case Side::Right:
-            m_painter->drawLine(m_rect.right() - inset, m_rect.top(), m_rect.right() - inset,
-                                m_rect.bottom());
+            m_painter->drawLine(r.right(), r.top(), r.right(), m_rect.bottom());
             break;
         case Side::Bottom:
-            m_painter->drawLine(m_rect.left(), m_rect.bottom() - inset, m_rect.right(),
-                                m_rect.bottom() - inset);
+            m_painter->drawLine(r.left(), r.bottom(), m_rect.right(), r.bottom());
             break;
         }
+        return 1;
     }
 
     Border borderAt(int32_t row, int32_t col, Side side) const

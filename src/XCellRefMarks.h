@@ -3,11 +3,12 @@
 #include "common/XRect.h"
 
 #include <cstdint>
-#include <map>
+#include <utility>
 #include <vector>
 
-/// The rectangles that the current cell reads, prepared for painting: for each covered cell, at
-/// which of its sides a rectangle ends.
+/// The rectangles that the current cell reads, for painting: at which sides of a cell does one of
+/// them end? The rectangles alone are kept, because a whole column has a million cells and only
+/// those on the screen are ever asked for.
 class XCellRefMarks {
 public:
     struct Sides {
@@ -18,11 +19,11 @@ public:
         int32_t count = 0; ///< rectangles that cover the cell; 0 for a cell outside all
     };
 
-    /// Rectangles must lie inside the grid: each of their cells gets an entry.
-    void setRects(const std::vector<xstd::XRect>& rects);
-    void clear() { m_sides.clear(); }
+    void setRects(std::vector<xstd::XRect> rects) { m_rects = std::move(rects); }
+    void clear() { m_rects.clear(); }
+    bool isEmpty() const { return m_rects.empty(); }
     Sides sidesAt(int32_t row, int32_t col) const;
 
 private:
-    std::map<xstd::XPoint, Sides> m_sides;
+    std::vector<xstd::XRect> m_rects;
 };

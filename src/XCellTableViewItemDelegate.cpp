@@ -56,21 +56,54 @@ TextStyle styleOf(const XTavixCellExtend* extend)
     return style;
 }
 
-/// The part of `text` that can be seen in `rect`. Every character is taken as one pixel wide at
-/// least, which leaves enough of any text, and shaping costs by the character.
-QString visiblePart(const QString& text, const QRect& rect, const TextStyle& style)
+/// Continuation bytes of a character have the bits 10 in front.
+bool startsCharacter(const xstd::XString& text, size_t at)
+{
+    return at >= text.size() || (text[at] & 0xc0) != 0x80;
+}
+
+/// The text around the byte `anchor`: `before` and `behind` characters of it at most.
+QString charactersAround(const xstd::XString& text, size_t anchor, size_t before, size_t behind)
+{
+    while (!startsCharacter(text, anchor))
+        ++anchor;
+    size_t first = anchor;
+    for (; before > 0 && first > 0; --before) {
+        do
+            --first;
+        while (first > 0 && !startsCharacter(text, first));
+    }
+    size_t last = anchor;
+    for (; behind > 0 && last < text.size(); --behind) {
+        do
+            ++last;
+        while (!startsCharacter(text, last));
+    }
+    return QString::fromUtf8(text.data() + first, static_cast<int>(last - first));
+}
+
+/// The part of a value that can be seen in `rect`. A result may have hundreds of thousands of
+/// digits, and converting and shaping cost by the character. Hardly a character is narrower than a
+/// fifth of the font's size.
+QString visiblePart(const xstd::XString& text, const QRect& rect, const TextStyle& style)
 {
     const bool wraps = style.flags & Qt::TextWordWrap;
-    const int lines =
-        wraps ? rect.height() / std::max(1, QFontMetrics(style.font).height()) + 2 : 1;
-    const int most = (std::max(0, rect.width()) + 16) * lines;
+    const size_t width = std::max(0, rect.width());
+    if (text.size() <= width / 8)
+        return toQString(text);
+    const size_t perLine = width / std::max(1, QFontInfo(style.font).pixelSize() / 5) + 16;
+    const size_t lines =
+        wraps ? std::max(0, rect.height()) / QFontMetrics(style.font).height() + 2 : 1;
+    const size_t most = perLine * lines;
     if (text.size() <= most)
-        return text;
+        return toQString(text);
     const int atEnd = wraps ? Qt::AlignBottom : Qt::AlignRight;
     const int inMiddle = wraps ? Qt::AlignVCenter : Qt::AlignHCenter;
     if (style.flags & atEnd)
-        return text.right(most);
-    return style.flags & inMiddle ? text.mid((text.size() - most) / 2, most) : text.left(most);
+        return charactersAround(text, text.size(), most, 0);
+    if (style.flags & inMiddle)
+        return charactersAround(text, text.size() / 2, most / 2, most / 2);
+    return charactersAround(text, 0, 0, most);
 }
 
 /// Frames of the rectangles that the current cell reads, two dotted lines wide.
@@ -109,11 +142,14 @@ void XCellTableViewItemDelegate::paint(QPainter* painter, const QStyleOptionView
     paintState(painter, rect, index);
     if (option.state & QStyle::State_Selected)
         painter->fillRect(option.rect, selectionFill);
-    const QRect textRect = rect.adjusted(3, 3, -3, -3);
-    const QString text = index.data(Qt::DisplayRole).toString();
-    painter->setFont(style.font);
-    painter->setPen(style.pen);
-    painter->drawText(textRect, style.flags, visiblePart(text, textRect, style));
+    const huge::XCell* cell = m_view->tableModel()->table()->cellAt(index.row(), index.column());
+    if (cell && !cell->valueText().empty()) {
+        // The model would convert the whole value.
+        const QRect textRect = rect.adjusted(3, 3, -3, -3);
+        painter->setFont(style.font);
+        painter->setPen(style.pen);
+        painter->drawText(textRect, style.flags, visiblePart(cell->valueText(), textRect, style));
+    }
     painter->restore();
 }
 
@@ -143,7 +179,9 @@ QSize XCellTableViewItemDelegate::sizeHint(const QStyleOptionViewItem&,
     constexpr int longestColumn = 1000; // pixels; a result of any length stays a column
     const TextStyle style = styleOf(m_view->tableModel()->cellExtend(index.row(), index.column()));
     const QFontMetrics metrics(style.font);
-    const QString text = index.data(Qt::DisplayRole).toString().left(longestColumn);
+    const huge::XCell* cell = m_view->tableModel()->table()->cellAt(index.row(), index.column());
+    const QString text =
+        cell ? charactersAround(cell->valueText(), 0, 0, longestColumn) : QString();
     const int width = std::min(metrics.horizontalAdvance(text), longestColumn);
     return QSize(width + 8, metrics.height() + 8);
 }
