@@ -161,6 +161,8 @@ void XCellTableView::mouseMoveEvent(QMouseEvent* event)
         followEdge(event->pos());
     } else {
         QTableView::mouseMoveEvent(event);
+        if (state() == DragSelectingState)
+            followEdge(event->pos());
     }
 }
 
@@ -206,8 +208,15 @@ void XCellTableView::timerEvent(QTimerEvent* event)
         QTableView::timerEvent(event);
         return;
     }
-    scrollTowards(m_pointer.scrollPos);
-    dragOver(m_pointer.scrollPos);
+    const QPoint pos = m_pointer.scrollPos;
+    scrollTowards(pos);
+    if (m_pointer.mode != XCellPointer::Normal) {
+        dragOver(pos);
+        return;
+    }
+    QMouseEvent move(QEvent::MouseMove, pos, viewport()->mapToGlobal(pos), Qt::NoButton,
+                     Qt::LeftButton, QGuiApplication::keyboardModifiers());
+    QTableView::mouseMoveEvent(&move);
 }
 
 void XCellTableView::scrollTowards(const QPoint& pos)
@@ -225,6 +234,7 @@ void XCellTableView::scrollTowards(const QPoint& pos)
 
 void XCellTableView::mouseReleaseEvent(QMouseEvent* event)
 {
+    m_pointer.scrollTimer.stop();
     if (event->button() == Qt::RightButton) {
         resetPointer();
         return;

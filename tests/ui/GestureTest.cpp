@@ -120,6 +120,11 @@ TEST_F(Gesture, ADragOutsideOfTheGridScrolls)
     const int lastSeen = target().bottom;
     EXPECT_TRUE(QTest::qWaitFor([&] { return target().bottom > lastSeen + 2; }));
     release(below, Qt::NoModifier, Qt::RightButton);
+    const int seen = view()->rowAt(view()->viewport()->height() - 1);
+    press(cell(seen - 1, 1).center());
+    moveTo(below); // selects, and goes on while the pointer rests
+    EXPECT_TRUE(QTest::qWaitFor([&] { return view()->selectedRects()[0].bottom > seen + 8; }));
+    release(below);
 }
 
 TEST_F(Gesture, TheShapeTellsWhatAPressWouldDo)
