@@ -155,6 +155,36 @@ TEST_F(CellPainting, ALongTextIsClippedOrWrappedAtTheCell)
         EXPECT_EQ(image.pixel(55, y), white); // nothing runs out of the cell
 }
 
+TEST_F(CellPainting, TheSeenPartOfALongTextFollowsTheAlignment)
+{
+    const QString seen = QString::fromUtf8("字").repeated(300);
+    const QString rest = QString::fromUtf8("é").repeated(3000);
+    const auto painted = [&](const QString& text, uint8_t align) {
+        view()->setCellText(1, 1, toXString('"' + text + '"'), true);
+        extend(1, 1)->align = align;
+        return paintB2();
+    };
+    const QImage plain = painted(seen.repeated(4), XTavixCellExtend::AlignStart);
+    EXPECT_EQ(painted(seen + rest, XTavixCellExtend::AlignStart), plain);
+    const QImage atEnd = painted(seen.repeated(4), XTavixCellExtend::AlignEnd);
+    EXPECT_EQ(painted(rest + seen, XTavixCellExtend::AlignEnd), atEnd);
+    const QImage centred = painted(seen.repeated(4), XTavixCellExtend::AlignCenter);
+    EXPECT_EQ(painted(rest + seen + rest, XTavixCellExtend::AlignCenter), centred);
+    EXPECT_NE(painted(rest, XTavixCellExtend::AlignStart), plain);
+}
+
+TEST(ReferenceFrames, AreLookedUpWithoutAnEntryForEachCell)
+{
+    XCellRefMarks marks;
+    marks.setRects({xstd::XRect(0, 0, 1048575, 0), xstd::XRect(4, 0, 4, 2)});
+    const XCellRefMarks::Sides shared = marks.sidesAt(4, 0);
+    EXPECT_EQ(shared.count, 2);
+    EXPECT_TRUE(shared.top && shared.left && shared.bottom && shared.right);
+    const XCellRefMarks::Sides last = marks.sidesAt(1048575, 0);
+    EXPECT_TRUE(last.bottom && last.left && last.right && !last.top);
+    EXPECT_EQ(marks.sidesAt(3, 1).count, 0);
+}
+
 TEST(CellFormat, TransposeExchangesSidesAndTwiceGivesTheFirstStateBack)
 {
     XTavixCellExtend extend{QFont("Courier New", 12)};
