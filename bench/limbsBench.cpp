@@ -3,6 +3,8 @@
 
 #include "numbers/HugeInteger.h"
 #include "numbers/limbs.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 
 #include <benchmark/benchmark.h>
 
@@ -113,8 +115,7 @@ KERNEL(subMulLimb, limbsSubMulLimb(x.r.data(), x.a.data(), x.n, x.b[0]));
 KERNEL(gmpSubMulLimb, mpn_submul_1(x.r.data(), x.a.data(), mp_size_t(x.n), x.b[0]));
 #endif
 
-KERNEL(mul,
-       (limbsZero(x.r.data(), 2 * x.n), limbsMul(x.a.data(), x.n, x.b.data(), x.n, x.r.data())));
+KERNEL(mul, limbsProduct(x.a.data(), x.n, x.b.data(), x.n, x.r.data()));
 #ifdef TAVIX_HAVE_GMP
 KERNEL(gmpMul, mpn_mul_n(x.r.data(), x.a.data(), x.b.data(), mp_size_t(x.n)));
 #endif
@@ -125,7 +126,7 @@ KERNEL(gmpDivLimb, mpn_divrem_1(x.q.data(), 0, x.a.data(), mp_size_t(x.n), x.b[0
 #endif
 
 KERNEL(div, (limbsCopy(x.r.data(), x.twice.data(), 2 * x.n),
-             limbsDiv(x.r.data(), 2 * x.n, x.b.data(), x.n, x.q.data())));
+             limbsQuotient(x.r.data(), 2 * x.n, x.b.data(), x.n, x.q.data())));
 #ifdef TAVIX_HAVE_GMP
 KERNEL(gmpDiv, mpn_tdiv_qr(x.q.data(), x.r.data(), 0, x.twice.data(), mp_size_t(2 * x.n),
                            x.b.data(), mp_size_t(x.n)));

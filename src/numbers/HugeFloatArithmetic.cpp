@@ -1,6 +1,8 @@
 #include "numbers/HugeFloat.h"
 
 #include "numbers/limbRows.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 #include "numbers/workLimbs.h"
 
 #include <algorithm>
@@ -132,8 +134,7 @@ HugeFloat HugeFloat::productOf(const HugeFloat& a, const HugeFloat& b)
     }
     const size_t total = nA + nB;
     WorkLimbs product(total);
-    limbsZero(product, total);
-    limbsMul(a.m_limbs, nA, b.m_limbs, nB, product);
+    limbsProduct(a.m_limbs, nA, b.m_limbs, nB, product);
     HugeFloat result = withLimbs(n);
     Limb* block = result.limbs();
     const Limb* top = product + (total - n);
@@ -162,7 +163,7 @@ HugeFloat HugeFloat::quotientOf(const HugeFloat& a, const HugeFloat& b)
     limbsCopy(rest + (n + nB - nA), a.m_limbs, nA);
     HugeFloat result = withLimbs(n);
     Limb* block = result.limbs();
-    if (limbsDiv(rest, n + nB, b.m_limbs, nB, block) == 0)
+    if (limbsQuotient(rest, n + nB, b.m_limbs, nB, block) == 0)
         return finished(std::move(result), exponent, negative);
     limbsShrSmall(block, n, 1, block);
     block[n - 1] |= topBit;

@@ -4,6 +4,7 @@
 #include "numbers/XRadixInt.h"
 #include "numbers/XRadixMantissa.h"
 #include "numbers/elementary.h"
+#include "numbers/limbsQuotient.h"
 
 #include <algorithm>
 #include <cstdlib>
@@ -106,7 +107,7 @@ HugeFloat readDecimalFraction(const xstd::XString& fraction, size_t limbCount)
     limbsShlSmall(power.limbs(), nDen, shift, den);
     limbsShlSmall(num, nNum, shift, num);
     LimbScratch quotient(nNum - nDen); // no digit above: num has a limb to spare
-    limbsDiv(num, nNum, den, nDen, quotient);
+    limbsQuotient(num, nNum, den, nDen, quotient);
     return HugeFloat::fromLimbs_(quotient, nNum - nDen, nullptr, 0, limbCount)
         .shiftExponent(int64_t(64 * raised + places));
 }

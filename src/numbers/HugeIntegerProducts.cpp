@@ -2,6 +2,8 @@
 
 #include "common/XStop.h"
 #include "numbers/XRadixInt.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 
 #include <cmath>
 #include <stdexcept>
@@ -58,18 +60,15 @@ HugeInteger HugeInteger::productOf(const Operand& a, const Operand& b)
         LimbPool::failLimit();
     if (nA + nB == LimbPool::limit) {
         LimbScratch scratch(nA + nB);
-        limbsZero(scratch, nA + nB);
-        limbsMul(a.limbs, nA, b.limbs, nB, scratch);
+        limbsProduct(a.limbs, nA, b.limbs, nB, scratch);
         return std::move(fromScratch(scratch, nA + nB).setNegative_(negative));
     }
     HugeInteger result = fromBlock(LimbPool::allocate(nA + nB));
     Limb* r = result.m_limbs;
-    if (nB == 1) {
+    if (nB == 1)
         limbsMulLimb(a.limbs, nA, b.limbs[0], r);
-    } else {
-        limbsZero(r, nA + nB);
-        limbsMul(a.limbs, nA, b.limbs, nB, r);
-    }
+    else
+        limbsProduct(a.limbs, nA, b.limbs, nB, r);
     LimbPool::setNegative(r, negative);
     return result;
 }
@@ -101,7 +100,7 @@ void HugeInteger::divideAny(const Operand& a, const Operand& b, HugeInteger* quo
         limbsShlGrow(a.limbs, nA, shift, num);
         limbsShlGrow(b.limbs, nB, shift, den);
         LimbScratch digits(nNum - nB + 1);
-        digits[nNum - nB] = limbsDiv(num, nNum, den, nB, digits);
+        digits[nNum - nB] = limbsQuotient(num, nNum, den, nB, digits);
         if (quotient != nullptr)
             q = fromScratch(digits, nNum - nB + 1);
         limbsShrSmall(num, nB, shift, num);
@@ -211,8 +210,7 @@ HugeInteger firstRoot(const HugeInteger& a)
     const size_t nA = a.effectiveSize();
     const size_t n = nA + width; // may pass the limit of a number, before the shift brings it back
     LimbScratch product(n);
-    limbsZero(product, n);
-    limbsMul(a.limbs(), nA, top, width, product);
+    limbsProduct(a.limbs(), nA, top, width, product);
     limbsShr(product, n, 64 * width + (even ? bits / 2 - 1 : (bits - 1) / 2));
     HugeInteger root;
     root.fromLimbs_(product, limbsEffective(product, n), 1);

@@ -2,6 +2,7 @@
 
 #include "numbers/HugeInteger.h"
 #include "numbers/XRadixInt.h"
+#include "numbers/limbsQuotient.h"
 #include "numbers/radixDigits.h"
 
 #include <algorithm>
@@ -99,7 +100,7 @@ XRadixMantissa10& XRadixMantissa10::parse_(const xstd::XString& digits, size_t l
     limbsShlSmall(power.limbs(), nDen, shift, den);
     limbsShlSmall(num, nNum, shift, num);
     LimbScratch quotient(nNum - nDen + 1);
-    limbsDiv(num, nNum, den, nDen, quotient);
+    limbsQuotient(num, nNum, den, nDen, quotient);
     setLimbs_(quotient, limbCount);
     if (limbsIsZero(m_limbs, limbCount))
         clear_();

@@ -6,6 +6,8 @@
 #include "numbers/fixedFunctions.h"
 #include "numbers/fixedPoint.h"
 #include "numbers/limbRows.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 
 #include <stdexcept>
 
@@ -38,9 +40,8 @@ unsigned takeRightAngles(const HugeFloat& x, size_t w, Limb* rest)
     Limb* count = dividend + (2 * whole + 1);
     fixedFromFloat(x.shiftExponent(1), f, whole, half);
     limbsCopy(dividend, half + (f - whole - 1), 2 * whole + 1);
-    limbsDiv(dividend, 2 * whole + 1, quarterPi + (f - whole - 1), whole + 1, count);
-    limbsZero(product, f + whole);
-    limbsMul(quarterPi, f, count, whole, product);
+    limbsQuotient(dividend, 2 * whole + 1, quarterPi + (f - whole - 1), whole + 1, count);
+    limbsProduct(quarterPi, f, count, whole, product);
     // The count is right, or one too great where the last bits decide.
     Limb quarter = count[0];
     if (limbsSubFrom(half, f + whole, product, f + whole) != 0) {

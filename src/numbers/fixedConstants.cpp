@@ -1,6 +1,8 @@
 #include "numbers/fixedConstants.h"
 
 #include "common/XStop.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 
 #include <algorithm>
 #include <cmath>
@@ -31,7 +33,7 @@ Limbs& trim(Limbs& a)
 Limbs product(const Limbs& a, const Limbs& b)
 {
     Limbs r(a.size() + b.size());
-    limbsMul(a.data(), a.size(), b.data(), b.size(), r.data());
+    limbsProduct(a.data(), a.size(), b.data(), b.size(), r.data());
     return std::move(trim(r));
 }
 
@@ -82,7 +84,7 @@ Limbs fractionOf(Limbs numerator, Limbs denominator, size_t w)
     Limbs dividend(w + used);
     limbsCopy(dividend.data() + w, numerator.data() + cut, used);
     Limbs fraction(w);
-    limbsDiv(dividend.data(), dividend.size(), denominator.data() + cut, used, fraction.data());
+    limbsQuotient(dividend.data(), dividend.size(), denominator.data() + cut, used, fraction.data());
     return fraction;
 }
 

@@ -7,6 +7,7 @@
 #include "numbers/fixedPoint.h"
 #include "numbers/fixedSeries.h"
 #include "numbers/limbRows.h"
+#include "numbers/limbsQuotient.h"
 
 #include <algorithm>
 #include <cmath>
@@ -220,7 +221,7 @@ void improveAtan(const Limb* x, size_t w, Limb* seed)
     limbsShlSmall(cosine, w, shift, cosine);
     limbsZero(numerator, w);
     limbsShlSmall(d, w, shift, numerator + w);
-    limbsDiv(numerator, 2 * w, cosine, w, d);
+    limbsQuotient(numerator, 2 * w, cosine, w, d);
     // atan d = d - d^3 / 3
     fixedMul(d, d, w, numerator, area);
     fixedMul(numerator, d, w, numerator, area);

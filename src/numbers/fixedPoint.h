@@ -13,14 +13,11 @@ namespace huge {
 // counted in units of the last of these limbs. The first w limbs from the top of a longer fraction
 // are the same value with less precision.
 
-/// Limbs of spare room that fixedMul needs for fractions of w limbs.
-constexpr size_t fixedMulArea(size_t w)
-{
-    return w + 1;
-}
+/// Limbs of spare room that fixedMul needs for fractions of w limbs or fewer.
+size_t fixedMulArea(size_t w) noexcept;
 
-/// r = a * b, less up to w + 1 units; r may be a or b. The columns of the product that lie wholly
-/// below the last limb are not formed. Looks for a stop of the calculation in long products.
+/// r = a * b, less up to w + 1 units; r may be a or b. The columns of a short product that lie
+/// wholly below the last limb are not formed. Looks for a stop of the calculation in long products.
 void fixedMul(const Limb* a, const Limb* b, size_t w, Limb* r, Limb* area);
 
 /// |x| truncated to w limbs of fraction and intLimbs limbs above them, which hold it.

@@ -419,20 +419,6 @@ Limb limbsSubMulLimb(Limb* r, const Limb* a, size_t n, Limb m) noexcept
     return rowSubMul(r, a, n, m);
 }
 
-void limbsMul(const Limb* a, size_t nA, const Limb* b, size_t nB, Limb* r)
-{
-    if (nA < nB) { // long rows, few of them
-        limbsMul(b, nB, a, nA, r);
-        return;
-    }
-    for (size_t i = 0; i < nB; ++i) {
-        if (nA >= pollLimbs)
-            xstd::XStop::poll();
-        if (b[i] != 0) // powers of 2 and 10 are mostly zeros
-            r[nA + i] = rowAddMul(r + i, a, nA, b[i]);
-    }
-}
-
 Limb limbsDivLimb(const Limb* a, size_t n, Limb d, Limb* q) noexcept
 {
     assert(d != 0);

@@ -11,20 +11,14 @@ __extension__ typedef unsigned __int128 Limb128;
 
 constexpr size_t limbBits = 64;
 
-// The kernels below work on raw arrays: none allocates, and only limbsMul and limbsDiv can be left
-// early, by a stop of the calculation. An operand may be the result's own array unless it says
-// otherwise, but arrays never overlap in part.
+// The kernels below work on raw arrays: none allocates, and only limbsDiv can be left early, by a
+// stop of the calculation. An operand may be the result's own array unless it says otherwise, but
+// arrays never overlap in part.
 
 /// 0 for 0, else the place of the highest set bit, counted from 1.
 inline unsigned bitLength64(uint64_t x) noexcept
 {
     return x == 0 ? 0 : 64 - unsigned(__builtin_clzll(x));
-}
-
-/// (a * b) mod m, m not 0.
-inline uint64_t mulMod64(uint64_t a, uint64_t b, uint64_t m) noexcept
-{
-    return uint64_t(Limb128(a) * b % m);
 }
 
 void limbsZero(Limb* p, size_t n) noexcept;
@@ -90,9 +84,6 @@ void limbsMulLimb(const Limb* a, size_t n, Limb m, Limb* r) noexcept;
 Limb limbsAddMulLimb(Limb* r, const Limb* a, size_t n, Limb m) noexcept;
 /// r -= a * m over n limbs; gives the limb to be taken off above.
 Limb limbsSubMulLimb(Limb* r, const Limb* a, size_t n, Limb m) noexcept;
-/// r = a * b over nA + nB limbs; r is cleared on entry and is neither operand. Looks for a stop of
-/// the calculation at every row of a long product.
-void limbsMul(const Limb* a, size_t nA, const Limb* b, size_t nB, Limb* r);
 
 /// q = a / d; gives the remainder. q may be a; d is not 0.
 Limb limbsDivLimb(const Limb* a, size_t n, Limb d, Limb* q) noexcept;

@@ -2,7 +2,10 @@
 
 #include "common/XStop.h"
 #include "numbers/limbRows.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 
+#include <algorithm>
 #include <cmath>
 #include <limits>
 
@@ -32,6 +35,17 @@ Limb rootOfTwoLimbs(Limb* square, Limb* root) noexcept
 
 } // namespace
 
+size_t limbsRootArea(size_t n) noexcept
+{
+    size_t area = 0;
+    for (; n > 1; n -= n / 2) {
+        const size_t low = n / 2;
+        area = std::max(
+            {area, 3 * low + limbsProductArea(low, low), 3 * low + limbsQuotientArea(n, n - low)});
+    }
+    return area;
+}
+
 // With the square taken apart as a3 a2 a1 a0, the root of a3 a2 is the upper part of the root, and
 // its rest with a1, divided by twice that, is the lower part q, or one more (Zimmermann, Karatsuba
 // Square Root, 1999).
@@ -50,15 +64,15 @@ Limb limbsRoot(Limb* number, size_t n, Limb* root, Limb* area)
     Limb top = limbsRoot(number + 2 * low, high, upper, area);
     if (top != 0) // the rest is at most twice the root, which is above half of the radix
         rowSub(number + 2 * low, upper, high, 0, number + 2 * low);
-    top += limbsDiv(rest, n, upper, high, quotient);
+    Limb* spare = area + 3 * low;
+    top += limbsQuotient(rest, n, upper, high, quotient, spare);
     const bool odd = (quotient[0] & 1) != 0;
     limbsShrSmall(quotient, low, 1, root);
     root[low - 1] |= top << 63;
     top >>= 1; // q is the radix itself then, and its limbs are 0
     int64_t carry = odd ? int64_t(rowAdd(rest, upper, high, 0, rest)) : 0;
 
-    limbsZero(squared, 2 * low);
-    limbsMul(root, low, root, low, squared);
+    limbsProduct(root, low, root, low, squared, spare);
     Limb borrow = rowSub(number, squared, 2 * low, 0, number) + top;
     if (high > low) { // by one limb
         const Limb above = number[n - 1];

@@ -7,10 +7,7 @@
 namespace huge {
 
 /// Limbs of spare room that limbsRoot needs for a root of n limbs.
-constexpr size_t limbsRootArea(size_t n)
-{
-    return 3 * (n / 2);
-}
+size_t limbsRootArea(size_t n) noexcept;
 
 /// root = the whole part of the square root of the 2 n limbs of square, of which one of the two top
 /// bits is set; n >= 1. What is left over stays in the low n limbs of square, and the result is the

@@ -1,8 +1,11 @@
 #include "numbers/numberTheory.h"
 
 #include "common/XStop.h"
+#include "numbers/limbsProduct.h"
+#include "numbers/limbsQuotient.h"
 #include "numbers/montgomery.h"
 #include "numbers/slidingWindows.h"
+#include "numbers/wordModular.h"
 
 #include <stdexcept>
 #include <utility>
@@ -27,13 +30,12 @@ HugeInteger longProductModulo(const HugeInteger& a, const HugeInteger& b, const 
     const size_t nM = m.effectiveSize();
     const unsigned shift = unsigned(__builtin_clzll(m.limbs()[nM - 1]));
     LimbScratch product(nA + nB + 1);
-    limbsZero(product, nA + nB);
-    limbsMul(a.limbs(), nA, b.limbs(), nB, product);
+    limbsProduct(a.limbs(), nA, b.limbs(), nB, product);
     limbsShlGrow(product, nA + nB, shift, product);
     LimbScratch den(nM + 1);
     limbsShlGrow(m.limbs(), nM, shift, den);
     LimbScratch quotient(nA + nB + 1 - nM);
-    limbsDiv(product, nA + nB + 1, den, nM, quotient);
+    limbsQuotient(product, nA + nB + 1, den, nM, quotient);
     limbsShrSmall(product, nM, shift, product);
     HugeInteger result;
     result.fromLimbs_(product, nM);

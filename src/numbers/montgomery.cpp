@@ -2,7 +2,9 @@
 
 #include "common/XStop.h"
 #include "numbers/limbRows.h"
+#include "numbers/limbsQuotient.h"
 #include "numbers/slidingWindows.h"
+#include "numbers/wordModular.h"
 
 #include <cassert>
 
@@ -23,15 +25,6 @@ Limb high(Limb128 x) noexcept
     return Limb(x >> 64);
 }
 
-/// -1 / m modulo 2^64 by Newton's iteration: m * m = 1 modulo 8, and every step doubles the bits.
-Limb negativeInverse(Limb m) noexcept
-{
-    Limb inverse = m;
-    for (int bits = 3; bits < 64; bits *= 2)
-        inverse *= 2 - m * inverse;
-    return 0 - inverse;
-}
-
 /// r = 2^(128 n) modulo the n limbs of m.
 void squareOfRadix(const Limb* m, size_t n, Limb* r)
 {
@@ -42,7 +35,7 @@ void squareOfRadix(const Limb* m, size_t n, Limb* r)
     limbsShlGrow(m, n, shift, den);
     limbsZero(num, 2 * n);
     num[2 * n] = Limb(1) << shift;
-    limbsDiv(num, 2 * n + 1, den, n, quotient);
+    limbsQuotient(num, 2 * n + 1, den, n, quotient);
     limbsShrSmall(num, n, shift, r);
 }
 
@@ -85,7 +78,7 @@ void multiplyTwo(const Limb* a, const Limb* b, const Limb* m, Limb inverse, Limb
 Montgomery::Montgomery(const HugeInteger& modulus)
     : m_size(modulus.effectiveSize()), m_limbs(5 * m_size), m_modulus(m_limbs.get()),
       m_one(m_modulus + m_size), m_square(m_one + m_size), m_product(m_square + m_size),
-      m_negativeInverse(negativeInverse(modulus.limbs()[0]))
+      m_negativeInverse(negativeInverse64(modulus.limbs()[0]))
 {
     assert(!modulus.isEven() && modulus.bitLength() > 1);
     limbsCopy(m_modulus, modulus.limbs(), m_size);

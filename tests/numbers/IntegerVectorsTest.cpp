@@ -1,4 +1,5 @@
 #include "numberTesting.h"
+#include "numbers/limbsProduct.h"
 
 #include <gtest/gtest.h>
 
@@ -102,7 +103,7 @@ void checkProduct(VectorLine& line)
         const Limbs& p = swapped ? b : a;
         const Limbs& q = swapped ? a : b;
         Limbs r(a.size() + b.size());
-        limbsMul(p.data(), p.size(), q.data(), q.size(), r.data());
+        limbsProduct(p.data(), p.size(), q.data(), q.size(), r.data());
         EXPECT_EQ(hashOf(r), product);
     }
     const HugeInteger x = fromVector(a);

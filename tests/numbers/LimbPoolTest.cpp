@@ -1,4 +1,5 @@
 #include "numberTesting.h"
+#include "numbers/wordModular.h"
 
 #include <gtest/gtest.h>
 
