@@ -1,81 +1,13 @@
 #include "numbers/XRadixInt.h"
 
-#include "common/XStop.h"
-#include "numbers/HugeInteger.h"
+#include "numbers/decimalConversion.h"
 #include "numbers/radixDigits.h"
 
 #include <algorithm>
 #include <string>
 #include <utility>
-#include <vector>
 
 namespace huge {
-
-namespace {
-
-// The most decimal digits that a limb holds, and 10 to their power.
-constexpr size_t decimalStep = 19;
-constexpr Limb decimalUnit = 10'000'000'000'000'000'000u;
-
-/// Numbers of at most so many limbs are printed in passes over their limbs.
-constexpr size_t shortLimbs = 30;
-
-/// Writes a number's digits in front of end, where zeros stand for all of its places.
-void writeShortDecimal(const Limb* limbs, size_t n, char* end)
-{
-    LimbScratch rest(n);
-    limbsCopy(rest, limbs, n);
-    n = limbsEffective(rest, n);
-    for (; n > 0; end -= decimalStep) {
-        Limb group = limbsDivLimb(rest, n, decimalUnit, rest);
-        n = limbsEffective(rest, n);
-        for (char* place = end; group != 0; group /= 10)
-            *--place = char('0' + group % 10);
-    }
-}
-
-/// The same for a value below the square of units[level - 1]; units[k] is 10^(19 * 2^k). Splitting
-/// the number at half of its digits makes long divisions of what would be a pass over all limbs for
-/// every 19 digits, and a long division has the faster inner loop by far.
-void writeLongDecimal(const HugeInteger& value, const std::vector<HugeInteger>& units, size_t level,
-                      char* end)
-{
-    xstd::XStop::poll();
-    if (level == 0 || value.effectiveSize() <= shortLimbs) {
-        writeShortDecimal(value.limbs(), value.size(), end);
-        return;
-    }
-    HugeInteger high;
-    HugeInteger low;
-    HugeInteger::divide(value, units[level - 1], &high, &low);
-    writeLongDecimal(low, units, level - 1, end);
-    writeLongDecimal(high, units, level - 1, end - (decimalStep << (level - 1)));
-}
-
-std::string longDecimal(const HugeInteger& value)
-{
-    std::vector<HugeInteger> units;
-    size_t width = decimalStep;
-    for (HugeInteger unit = HugeInteger::fromUnsigned(decimalUnit);; unit *= unit, width *= 2) {
-        units.push_back(unit);
-        // Squared once more it would be longer than the value.
-        if (2 * unit.effectiveSize() > value.size() + 1)
-            break;
-    }
-    std::string text(2 * width, '0');
-    writeLongDecimal(value, units, units.size(), text.data() + text.size());
-    return text;
-}
-
-Limb decimalValue(const char* digits, size_t count)
-{
-    Limb value = 0;
-    for (size_t i = 0; i < count; ++i)
-        value = value * 10 + Limb(digits[i] - '0');
-    return value;
-}
-
-} // namespace
 
 XRadixInt::~XRadixInt()
 {
@@ -215,42 +147,18 @@ XRadixInt10& XRadixInt10::parse_(const xstd::XString& text)
         ++pos;
     if (end - pos > LimbPool::maxDigits)
         LimbPool::failLimit(); // before the work, not after it
-    // 10^19 is below 2^64: every step needs a limb at most.
-    const size_t steps = (end - pos + decimalStep - 1) / decimalStep;
-    LimbScratch acc(steps + 1);
-    size_t n = 0;
-    size_t count = (end - pos) % decimalStep; // the first step takes the odd digits
-    if (count == 0)
-        count = decimalStep;
-    for (; pos < end; pos += count, count = decimalStep) {
-        xstd::XStop::poll();
-        if (n >= LimbPool::limit)
-            LimbPool::failLimit();
-        limbsMulLimb(acc, n, decimalUnit, acc);
-        const Limb low = decimalValue(text.data() + pos, count);
-        limbsAddTo(acc, n + 1, &low, 1);
-        n = limbsEffective(acc, n + 1);
-    }
-    if (n == 0) {
+    const HugeInteger value = fromDecimalDigits(text.data() + pos, end - pos);
+    if (value.isZero()) {
         LimbPool::release(std::exchange(m_limbs, nullptr));
         return *this;
     }
-    setLimbs_(acc, n);
+    setLimbs_(value.limbs(), value.effectiveSize());
     return *this;
 }
 
 xstd::XString XRadixInt10::digits() const
 {
-    const size_t n = limbsEffective(m_limbs, size());
-    std::string text;
-    if (n > shortLimbs) {
-        HugeInteger value;
-        value.fromLimbs_(m_limbs, n);
-        text = longDecimal(value);
-    } else {
-        text.assign(n * 20, '0');
-        writeShortDecimal(m_limbs, n, text.data() + text.size());
-    }
+    std::string text = decimalDigitsOf(m_limbs, size());
     text.erase(0, std::min(text.find_first_not_of('0'), text.size()));
     return text;
 }

@@ -74,8 +74,7 @@ public:
     xstd::XString digits() const override;
 };
 
-/// Decimal digits. Both ways go by 19 digits, the most that one limb holds, and look for a stop of
-/// the calculation at every pass over the limbs.
+/// Decimal digits. Both ways look for a stop of the calculation.
 class XRadixInt10 final : public XRadixInt {
 public:
     XRadixInt10& parse_(const xstd::XString& text) override;
