@@ -281,9 +281,9 @@ void addFactors()
                 p = p + 2;
             return p;
         };
-        const HugeInteger start = (HugeInteger(3) << int64_t(c.bits / 2 - 2)) + 1;
-        const HugeInteger other = (HugeInteger(7) << int64_t(c.bits / 2 - 3)) + 1;
-        const HugeInteger n = primeFrom(start * 1) * primeFrom(other * 1);
+        const HugeInteger start = HugeInteger(2).pow(int64_t(c.bits / 2 - 2)) * 3 + 1;
+        const HugeInteger other = HugeInteger(2).pow(int64_t(c.bits / 2 - 3)) * 7 + 1;
+        const HugeInteger n = primeFrom(start) * primeFrom(other);
         addRow({"factors", std::to_string(c.bits) + " bits", [=] { (void)primeFactors(n); },
                 nullptr, c.aim, c.peer, c.bits > 128});
     }

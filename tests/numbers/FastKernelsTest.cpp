@@ -1,4 +1,5 @@
 #include "numberTesting.h"
+#include "numbers/integerRoot.h"
 #include "numbers/karatsubaProduct.h"
 #include "numbers/limbsProduct.h"
 #include "numbers/limbsQuotient.h"
@@ -194,6 +195,27 @@ TEST(FastRoot, SquaredWithTheRestGivesTheNumber)
             Limbs twice(n + 1);
             limbsShlGrow(root.data(), n, 1, twice.data());
             EXPECT_LE(limbsCompare(rest.data(), twice.data(), n + 1), 0) << n;
+        }
+    }
+}
+
+// Limb counts are part of the result, and so is the one more below the next square.
+TEST(FastRoot, OfAnIntegerIsThatOfThePlainIteration)
+{
+    Stream stream(11);
+    for (int round = 0; round < 300; ++round) {
+        const int64_t bits = int64_t(64 * 12 + stream.next() % 2000);
+        HugeInteger random;
+        random.randomBits_(size_t(bits), true);
+        const HugeInteger root = random.sqrt();
+        const HugeInteger power = HugeInteger(2).pow(bits);
+        for (const HugeInteger& x :
+             {random, root * root, root * root - 1, root * root + root * 2, power, power - 1,
+              power - HugeInteger(2).pow(int64_t(stream.next() % uint64_t(bits - 1)))}) {
+            const HugeInteger fast = x.sqrt();
+            const HugeInteger plain = plainRoot(x);
+            ASSERT_EQ(fast, plain);
+            ASSERT_EQ(fast.size(), plain.size()) << x.bitLength() << " bits";
         }
     }
 }
