@@ -24,7 +24,10 @@ const HugeFloat& keptOn(size_t limbs, HugeFloat& kept, HugeFloat (*calculate)(si
 
 HugeFloat calculateE(size_t n)
 {
-    return expOn(oneOn(1), guarded(n)).resize(n, false);
+    const size_t w = guarded(n);
+    LimbScratch e(w + 1);
+    fixedE(w, e);
+    return floatFromFixed(e, w + 1, 64, false, w).resize(n, false);
 }
 
 HugeFloat calculateLog2E(size_t n)

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <cmath>
+#include <numbers>
 #include <span>
 #include <utility>
 #include <vector>
@@ -88,6 +89,24 @@ Limbs fractionOf(Limbs numerator, Limbs denominator, size_t w)
     return fraction;
 }
 
+/// The sum of 1 / (first * ... * k) for k from first to last - 1: sum / product.
+struct InverseFactorials {
+    Limbs product;
+    Limbs sum;
+};
+
+InverseFactorials inverseFactorials(Limb first, Limb last)
+{
+    if (last - first == 1)
+        return {{first}, {1}};
+    xstd::XStop::poll();
+    const Limb middle = first + (last - first) / 2;
+    const InverseFactorials low = inverseFactorials(first, middle);
+    const InverseFactorials high = inverseFactorials(middle, last);
+    return {product(low.product, high.product),
+            combined(product(low.sum, high.product), high.sum, false)};
+}
+
 /// The summand's size as a fraction of w limbs.
 Limbs valueOf(const Summand& summand, bool alternating, size_t w)
 {
@@ -150,6 +169,18 @@ const Limb* fixedQuarterPi(size_t w)
     static constexpr Summand formula[] = {{12, 49}, {32, 57}, {-5, 239}, {12, 110443}};
     static KeptConstant constant(formula, true);
     return constant.limbs(w);
+}
+
+void fixedE(size_t w, Limb* r)
+{
+    // e - 2 is 1/2! + 1/3! + ..., and its first terms left out are below 2^(-64 w).
+    Limb last = 2;
+    while (std::lgamma(double(last) + 1) < 64.0 * double(w) * std::numbers::ln2)
+        last += last / 8 + 1;
+    InverseFactorials terms = inverseFactorials(2, last);
+    const Limbs fraction = fractionOf(std::move(terms.sum), std::move(terms.product), w);
+    limbsCopy(r, fraction.data(), w);
+    r[w] = 2;
 }
 
 } // namespace huge

@@ -14,4 +14,7 @@ const Limb* fixedLn2(size_t w);
 /// A quarter of pi.
 const Limb* fixedQuarterPi(size_t w);
 
+/// Euler's number: w limbs of fraction and one above, right to a few units. Not kept.
+void fixedE(size_t w, Limb* r);
+
 } // namespace huge

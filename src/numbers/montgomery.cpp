@@ -2,18 +2,22 @@
 
 #include "common/XStop.h"
 #include "numbers/limbRows.h"
+#include "numbers/limbsProduct.h"
 #include "numbers/limbsQuotient.h"
 #include "numbers/slidingWindows.h"
 #include "numbers/wordModular.h"
 
+#include <algorithm>
 #include <cassert>
 
 namespace huge {
 
 namespace {
 
-/// Products of at least this many limbs look for a stop of the calculation at every row.
-constexpr size_t pollLimbs = 256;
+/// From so many limbs on a product is formed by halves, and from so many on it is reduced by two
+/// more products. Measured.
+constexpr size_t longProduct = 40;
+constexpr size_t longModulus = 120;
 
 Limb low(Limb128 x) noexcept
 {
@@ -37,6 +41,25 @@ void squareOfRadix(const Limb* m, size_t n, Limb* r)
     num[2 * n] = Limb(1) << shift;
     limbsQuotient(num, 2 * n + 1, den, n, quotient);
     limbsShrSmall(num, n, shift, r);
+}
+
+/// x = -1 / m modulo 2^(64 n): each step of Newton's iteration doubles the right limbs. The area
+/// holds 4 n limbs and what a product of n needs.
+void negativeInverse(const Limb* m, size_t n, Limb* x, Limb* area)
+{
+    x[0] = negativeInverse64(m[0]);
+    for (size_t right = 1; right < n;) {
+        const size_t next = std::min(2 * right, n);
+        Limb* factor = area; // 2 + m * x
+        Limb* product = area + 2 * n;
+        limbsZero(x + right, next - right);
+        limbsProduct(m, next, x, next, factor, product);
+        const Limb two = 2;
+        limbsAddTo(factor, next, &two, 1);
+        limbsProduct(factor, next, x, next, product, product + 2 * n);
+        limbsCopy(x, product, next);
+        right = next;
+    }
 }
 
 void multiplyOne(Limb a, Limb b, Limb m, Limb inverse, Limb* r) noexcept
@@ -76,13 +99,16 @@ void multiplyTwo(const Limb* a, const Limb* b, const Limb* m, Limb inverse, Limb
 } // namespace
 
 Montgomery::Montgomery(const HugeInteger& modulus)
-    : m_size(modulus.effectiveSize()), m_limbs(5 * m_size), m_modulus(m_limbs.get()),
-      m_one(m_modulus + m_size), m_square(m_one + m_size), m_product(m_square + m_size),
-      m_negativeInverse(negativeInverse64(modulus.limbs()[0]))
+    : m_size(modulus.effectiveSize()), m_limbs(10 * m_size + limbsProductArea(m_size, m_size)),
+      m_modulus(m_limbs.get()), m_one(m_modulus + m_size), m_square(m_one + m_size),
+      m_longInverse(m_square + m_size), m_product(m_longInverse + m_size),
+      m_area(m_product + 2 * m_size), m_negativeInverse(negativeInverse64(modulus.limbs()[0]))
 {
     assert(!modulus.isEven() && modulus.bitLength() > 1);
     limbsCopy(m_modulus, modulus.limbs(), m_size);
     squareOfRadix(m_modulus, m_size, m_square);
+    if (m_size >= longModulus)
+        negativeInverse(m_modulus, m_size, m_longInverse, m_area);
     limbsZero(m_one, m_size);
     m_one[0] = 1;
     multiply(m_one, m_square, m_one);
@@ -122,12 +148,14 @@ void Montgomery::multiply(const Limb* a, const Limb* b, Limb* r) const
         return;
     }
     Limb* t = m_product;
-    t[n] = rowMul(a, n, b[0], 0, t);
-    for (size_t i = 1; i < n; ++i) {
-        if (n >= pollLimbs)
-            xstd::XStop::poll();
-        t[n + i] = rowAddMul(t + i, a, n, b[i]);
+    if (n >= longProduct) {
+        limbsProduct(a, n, b, n, t, m_area);
+        reduceProduct(r);
+        return;
     }
+    t[n] = rowMul(a, n, b[0], 0, t);
+    for (size_t i = 1; i < n; ++i)
+        t[n + i] = rowAddMul(t + i, a, n, b[i]);
     reduceProduct(r);
 }
 
@@ -137,13 +165,24 @@ void Montgomery::reduceProduct(Limb* r) const
 {
     const size_t n = m_size;
     Limb* t = m_product;
-    for (size_t i = 0; i < n; ++i) {
-        if (n >= pollLimbs)
-            xstd::XStop::poll();
-        // The limb becomes 0: its place keeps what the row carries into the high half.
-        t[i] = rowAddMul(t + i, m_modulus, n, t[i] * m_negativeInverse);
+    Limb carry = 0;
+    if (n >= longModulus) {
+        // All multiples at once, as one number of n limbs. The low halves cancel out; they carry
+        // whenever they are not 0.
+        Limb* multiple = m_area;
+        Limb* sum = m_area + 2 * n;
+        limbsProduct(t, n, m_longInverse, n, multiple, sum + 2 * n);
+        limbsProduct(multiple, n, m_modulus, n, sum, sum + 2 * n);
+        const Limb lowCarry = limbsIsZero(t, n) ? 0 : 1;
+        carry = rowAdd(t + n, sum + n, n, lowCarry, r);
+    } else {
+        for (size_t i = 0; i < n; ++i) {
+            // The limb becomes 0: its place keeps what the row carries into the high half.
+            t[i] = rowAddMul(t + i, m_modulus, n, t[i] * m_negativeInverse);
+        }
+        carry = rowAdd(t + n, t, n, 0, r);
     }
-    if (rowAdd(t + n, t, n, 0, r) != 0 || limbsCompare(r, m_modulus, n) >= 0)
+    if (carry != 0 || limbsCompare(r, m_modulus, n) >= 0)
         rowSub(r, m_modulus, n, 0, r);
 }
 

@@ -42,11 +42,13 @@ private:
     void reduceProduct(Limb* r) const;
 
     size_t m_size;
-    mutable LimbScratch m_limbs; // modulus, one, square of the radix's power, product of 2 n limbs
+    mutable LimbScratch m_limbs; // all the arrays that follow
     Limb* m_modulus;
     Limb* m_one;
-    Limb* m_square;
-    Limb* m_product;
+    Limb* m_square;      // of the radix's power
+    Limb* m_longInverse; // -1 / modulus on n limbs, where the modulus is long
+    Limb* m_product;     // of 2 n limbs
+    Limb* m_area;
     Limb m_negativeInverse; // of the modulus, modulo 2^64
 };
 

@@ -234,3 +234,27 @@ TEST(RandomPrime, IsPrimeAndNotTooLong)
     EXPECT_EQ(failureOf([] { randomPrime(10'000'000); }), limitText);
     EXPECT_EQ(failureOf([] { randomPrime(INT64_MAX); }), limitText);
 }
+
+// Products modulo a long number are formed by other ways than short ones.
+TEST(PowerModulo, OfLongModuliIsThatOfDivisions)
+{
+    for (const size_t n : {39, 40, 119, 120, 121, 261}) {
+        for (const char kind : {'r', 'o', 'x', 'u'}) {
+            const auto number = [&](uint64_t seed) {
+                const std::vector<Limb> limbs = recipeLimbs(kind, n, seed);
+                HugeInteger x;
+                return x.fromLimbs_(limbs.data(), n);
+            };
+            const HugeInteger m = number(n).setBit_(0, true).setBit_(64 * n - 1, true);
+            const HugeInteger a = number(n + 1);
+            const uint64_t exponent = 0xF19A5;
+            HugeInteger expected(1);
+            for (int bit = 19; bit >= 0; --bit) {
+                expected = expected * expected % m;
+                if ((exponent >> bit & 1) != 0)
+                    expected = expected * a % m;
+            }
+            EXPECT_EQ(powMod(a, HugeInteger(int64_t(exponent)), m), expected) << n << kind;
+        }
+    }
+}
