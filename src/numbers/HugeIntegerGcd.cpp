@@ -1,6 +1,7 @@
 #include "numbers/HugeInteger.h"
 
 #include "common/XStop.h"
+#include "numbers/halfGcd.h"
 #include "numbers/numberTheory.h"
 
 #include <algorithm>
@@ -133,12 +134,29 @@ Limb inverseModuloLimb(Limb a, Limb m)
     return odd ? u : m - u;
 }
 
+void divideOnce(HugeInteger& x, HugeInteger& y, HugeInteger& u, HugeInteger& v)
+{
+    HugeInteger quotient;
+    HugeInteger::divide(x, y, &quotient, &x);
+    x.swap(y);
+    u -= quotient * v;
+    u.swap(v);
+}
+
 /// The inverse of a modulo m, 0 < a < m, by Euclid's algorithm with the factor of a carried along:
 /// x = u * a and y = v * a modulo m. The signs of u and v differ, so that a step's two products
 /// add up and neither is longer than m.
 HugeInteger inverseModulo(const HugeInteger& a, const HugeInteger& m)
 {
     HugeInteger x = m, y = a, u(0), v(1);
+    while (std::min(x.effectiveSize(), y.effectiveSize()) >= halfGcdLimbs) {
+        const size_t n = std::max(x.effectiveSize(), y.effectiveSize());
+        const EuclidMatrix steps = halfGcdAbove(x, y, n / 2);
+        if (steps.isOne())
+            divideOnce(x, y, u, v);
+        else
+            steps.takeOff(u, v);
+    }
     while (!y.isZero()) {
         xstd::XStop::poll();
         const EuclidSteps steps = x.effectiveSize() > 2 ? stepsOf(x, y) : EuclidSteps();
@@ -148,16 +166,24 @@ HugeInteger inverseModulo(const HugeInteger& a, const HugeInteger& m)
             v = (u * steps.c + v * steps.d).trim();
             u = nextU.trim();
         } else {
-            HugeInteger quotient;
-            HugeInteger::divide(x, y, &quotient, &x);
-            x.swap(y);
-            u -= quotient * v;
-            u.swap(v);
+            divideOnce(x, y, u, v);
         }
     }
     if (!x.isOne())
         failNoInverse();
     return u.isNegative() ? u + m : u;
+}
+
+/// Takes steps of Euclid's algorithm until one number is short; their order does not count.
+void takeDown(HugeInteger& x, HugeInteger& y)
+{
+    while (std::min(x.effectiveSize(), y.effectiveSize()) >= halfGcdLimbs) {
+        const size_t n = std::max(x.effectiveSize(), y.effectiveSize());
+        if (halfGcdAbove(x, y, 2 * n / 3).isOne()) {
+            x = x % y;
+            x.swap(y);
+        }
+    }
 }
 
 uint64_t lowLimb(const HugeInteger& x) noexcept
@@ -170,6 +196,8 @@ uint64_t lowLimb(const HugeInteger& x) noexcept
 HugeInteger gcd(const HugeInteger& a, const HugeInteger& b)
 {
     EuclidPair pair{a.abs(), b.abs(), a.isNegative(), b.isNegative()};
+    if (pair.negativeX == pair.negativeY) // else the sign tells the count of divisions
+        takeDown(pair.x, pair.y);
     while (!pair.y.isZero() && (pair.x.effectiveSize() > 1 || pair.y.effectiveSize() > 1)) {
         xstd::XStop::poll();
         if (pair.x.effectiveSize() > 2)

@@ -258,3 +258,31 @@ TEST(PowerModulo, OfLongModuliIsThatOfDivisions)
         }
     }
 }
+
+// Two numbers of unlike signs are divided step by step, since the count of steps gives the sign;
+// others are taken down by halves where they are long.
+TEST(CommonDivisor, OfLongNumbersIsThatOfDivisions)
+{
+    for (const size_t n : {199, 200, 201, 320, 640, 1001}) {
+        for (const char kind : {'r', 'o', 't', 'x', 'u'}) {
+            const auto number = [kind](size_t limbs, uint64_t seed) {
+                const std::vector<Limb> source = recipeLimbs(kind, limbs, seed);
+                HugeInteger x;
+                return x.fromLimbs_(source.data(), limbs).setBit_(64 * limbs - 1, true);
+            };
+            const HugeInteger a = number(n, n);
+            const HugeInteger b = number(n, n + 1) + 2;
+            const HugeInteger shorter = number(n - n / 5, n + 2) - 1;
+            const HugeInteger common = number(40, n + 3);
+            EXPECT_EQ(gcd(a, b), gcd(a, -b).abs());
+            EXPECT_EQ(gcd(shorter, a), gcd(-shorter, a).abs());
+            EXPECT_EQ(gcd(-a, -a), -a);
+            EXPECT_TRUE((gcd(a * common, shorter * common) % common).isZero());
+            const HugeInteger m = a.isEven() ? a + 1 : a;
+            if (gcd(b, m).isOne())
+                EXPECT_EQ(mulMod(invMod(b, m), b, m), 1) << n << kind;
+            else
+                EXPECT_EQ(failureOf([&] { invMod(b, m); }), noInverse);
+        }
+    }
+}
