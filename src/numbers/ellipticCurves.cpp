@@ -291,17 +291,22 @@ HugeInteger Curve::secondStage()
 
 HugeInteger curveFactor(const HugeInteger& n)
 {
+    return curveFactor(n, SIZE_MAX);
+}
+
+HugeInteger curveFactor(const HugeInteger& n, size_t levelCount)
+{
     const Montgomery ring(n);
-    for (const Level* level = levels;;) {
-        const Plan plan(*level);
-        for (int curve = 0; curve < level->curves; ++curve) {
+    for (size_t i = 0; i < levelCount; ++i) {
+        const Level& level = levels[std::min(i, std::size(levels) - 1)];
+        const Plan plan(level);
+        for (int curve = 0; curve < level.curves; ++curve) {
             HugeInteger factor = Curve(ring, n, plan).search();
             if (!factor.isOne() && factor != n)
                 return factor;
         }
-        if (level + 1 != std::end(levels))
-            ++level;
     }
+    return HugeInteger(0);
 }
 
 } // namespace huge

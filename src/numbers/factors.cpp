@@ -5,6 +5,7 @@
 #include "numbers/LimbPool.h"
 #include "numbers/ellipticCurves.h"
 #include "numbers/montgomery.h"
+#include "numbers/quadraticSieve.h"
 #include "numbers/smallPrimes.h"
 
 #include <algorithm>
@@ -227,13 +228,27 @@ private:
     uint64_t m_steps = 0;
 };
 
+/// Levels of curves that are tried before the sieve: their time stays well below the sieve's.
+size_t levelsBeforeSieve(size_t bits) noexcept
+{
+    return bits <= 150 ? 0 : bits <= 200 ? 1 : bits <= 250 ? 2 : 3;
+}
+
 /// A factor of a composite number without small factors that is no power. Rho finds those of some
-/// ten digits at once; what is left is for curves, whose time grows far slower.
+/// ten digits at once. What is left is for the sieve, whose time depends on the number alone, after
+/// some curves, which find a factor much smaller than the others; and for curves alone where the
+/// number is too long to be sieved.
 HugeInteger splitComposite(const HugeInteger& n)
 {
-    constexpr uint64_t rhoSteps = uint64_t(1) << 17;
-    const HugeInteger factor = Rho(n).search(n.bitLength() <= 64 ? UINT64_MAX : rhoSteps);
-    return factor.isZero() ? curveFactor(n) : factor;
+    constexpr uint64_t rhoSteps = uint64_t(1) << 15;
+    const size_t bits = n.bitLength();
+    HugeInteger factor = Rho(n).search(bits <= 64 ? UINT64_MAX : rhoSteps);
+    if (!factor.isZero())
+        return factor;
+    if (bits > sieveBits)
+        return curveFactor(n);
+    factor = curveFactor(n, levelsBeforeSieve(bits));
+    return factor.isZero() ? sieveFactor(n) : factor;
 }
 
 /// Adds the prime factors of x^exponent; x is above 1 and has no small ones.

@@ -2,6 +2,7 @@
 #include "common/XStop.h"
 #include "numberTesting.h"
 #include "numbers/numberTheory.h"
+#include "numbers/quadraticSieve.h"
 
 #include <gtest/gtest.h>
 
@@ -203,4 +204,25 @@ TEST(NumberTheory, StopsWhenItIsAskedTo)
     EXPECT_TRUE(isStopped([&] { millerRabin(n, 20); }));
     EXPECT_TRUE(isStopped([&] { randomPrime(1000); }));
     EXPECT_TRUE(isStopped([&] { factorial(number(1000)); }));
+}
+
+// Two primes of equal length, where nothing but the length of the number counts.
+TEST(QuadraticSieve, SplitsProductsOfTwoPrimes)
+{
+    struct Product {
+        const char* p;
+        const char* q;
+    };
+    // The next primes behind the powers of 2 and of 3 near these lengths.
+    const Product products[] = {{"4294967311", "3486784409"},
+                                {"1099511627791", "847288609457"},
+                                {"281474976710677", "205891132094653"},
+                                {"18446744073709551629", "12157665459056928919"}};
+    for (const Product& product : products) {
+        const HugeInteger p = integer(product.p);
+        const HugeInteger q = integer(product.q);
+        ASSERT_TRUE(isPrime(p) && isPrime(q)) << product.p;
+        const HugeInteger found = sieveFactor((p * q).trim());
+        EXPECT_TRUE(found == p || found == q) << found.toString();
+    }
 }
