@@ -62,6 +62,10 @@ tavix::tavix(QWidget* parent) : QMainWindow(parent), m_appPath(toXString(QDir::c
     buildForm();
     showSplashMessage("正在加载皮肤......");
     loadStyleSheet();
+    showSplashMessage("正在初始化主界面initToolBar()......");
+    initToolBar();
+    showSplashMessage("正在初始化主界面initBaseTools()......");
+    initBaseTools();
     showSplashMessage("正在加载数据表loadTable()......");
     replacePrintFunctions();
     loadKeyWords();
@@ -88,6 +92,7 @@ void tavix::buildForm()
     layout->setObjectName("verticalLayout");
     layout->setSpacing(0);
     layout->setContentsMargins(0, 0, 0, 0);
+    layout->addWidget(buildPanels(central));
     m_splitter = new QSplitter(Qt::Vertical, central);
     m_splitter->setObjectName("splitter_2");
     m_splitter->setHandleWidth(3);
@@ -104,6 +109,7 @@ void tavix::buildForm()
     m_messages = new XMessagePane(m_splitter);
     m_messages->setObjectName("tbSysInfo");
     m_messages->setFont(QFont("Courier New"));
+    m_messages->setMinimumHeight(40); // two lines: the tabs may have the rest
 
     setCentralWidget(central);
     auto* status = new QStatusBar(this);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "KeyWordHint.h"
+#include "XPanelGrid.h"
 #include "common/XString.h"
 
 #include <QMainWindow>
@@ -9,14 +10,25 @@
 #include <vector>
 
 class QApplication;
+class QFrame;
 class QSplashScreen;
 class QSplitter;
+class QStackedWidget;
 class QTabWidget;
 class QTextBrowser;
+class QToolBar;
+class XBackgroundColor;
 class XCellTableView;
+class XComboBox;
+class XCommonToolButton;
+class XFontComboBox;
 class XMessagePane;
 class XTablePage;
+class XTavixCellExtend;
 class tavix;
+namespace huge {
+struct XFormatRule;
+} // namespace huge
 
 /// The application, the splash screen while the window is being built, and the window. The editors
 /// and views reach the current page, and print, through the window.
@@ -87,4 +99,66 @@ private:
     XMessagePane* m_messages = nullptr;
     QSplitter* m_splitter = nullptr;
     std::vector<std::unique_ptr<XTablePage>> m_pages; // in the order of their making
+
+    // Tools
+
+public:
+    /// "undo" and "redo" of the tool bar; the page enables them.
+    XCommonToolButton* undoButton() const { return m_undoButton; }
+    XCommonToolButton* redoButton() const { return m_redoButton; }
+    /// The colour that the border commands use.
+    QColor borderColor() const;
+    /// Brings the panel in line with a cell's format; with null that is the format of new cells.
+    void showCellFormat(const XTavixCellExtend* extend);
+
+private:
+    QWidget* buildPanels(QWidget* parent);
+    void initToolBar();
+    void initBaseTools();
+    XCommonToolButton* addTool(const XPanelGrid::Look& look, XPanelGrid::Command command);
+    XCommonToolButton* addPanelButton(const QString& text, const QString& toolTip, int page);
+    void addClipboardTools(XPanelGrid& panel);
+    void addFormatTools(XPanelGrid& panel);
+    void addFontTools(XPanelGrid& panel);
+    void addBorderTools(XPanelGrid& panel);
+    void addAlignmentTools(XPanelGrid& panel);
+    void addNumberTools(XPanelGrid& panel);
+    void addRadixTools(XPanelGrid& panel);
+    void addCombo(XComboBox* combo, int width);
+    void focusView();
+    void showCurrentFormat();
+    void showNumberFormat(const huge::XFormatRule& rule);
+
+    QToolBar* m_toolBar = nullptr;
+    QStackedWidget* m_stackedWidget = nullptr;
+    QFrame* m_baseToolFrame = nullptr;
+    XCommonToolButton* m_undoButton = nullptr;
+    XCommonToolButton* m_redoButton = nullptr;
+    XFontComboBox* m_fontNameCombo = nullptr;
+    XComboBox* m_fontSizeCombo = nullptr;
+    XComboBox* m_mantissaCombo = nullptr;
+    XCommonToolButton* m_boldButton = nullptr;
+    XCommonToolButton* m_italicButton = nullptr;
+    XCommonToolButton* m_underlineButton = nullptr;
+    XCommonToolButton* m_alignTopButton = nullptr;
+    XCommonToolButton* m_alignBottomButton = nullptr;
+    XCommonToolButton* m_alignVCenterButton = nullptr;
+    XCommonToolButton* m_alignLeftButton = nullptr;
+    XCommonToolButton* m_alignRightButton = nullptr;
+    XCommonToolButton* m_alignHCenterButton = nullptr;
+    XCommonToolButton* m_commaButton = nullptr;
+    XCommonToolButton* m_quoteButton = nullptr;
+    XCommonToolButton* m_percentButton = nullptr;
+    XCommonToolButton* m_modButton = nullptr;
+    XCommonToolButton* m_signButton = nullptr;
+    XCommonToolButton* m_radix2Button = nullptr;
+    XCommonToolButton* m_radix8Button = nullptr;
+    XCommonToolButton* m_radix10Button = nullptr;
+    XCommonToolButton* m_radix16Button = nullptr;
+    XCommonToolButton* m_radix58Button = nullptr;
+    XCommonToolButton* m_radix64Button = nullptr;
+    XCommonToolButton* m_refButton = nullptr;
+    XCommonToolButton* m_activePanelButton = nullptr;
+    XBackgroundColor* m_borderColorButton = nullptr;
+    // End of tools
 };
