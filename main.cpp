@@ -39,6 +39,8 @@ void endSplash(QWidget* window)
 int main(int argc, char** argv)
 {
     enterProgramFolder();
+    QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
+    QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     XTavixApplication application(argc, argv);
     theApplication = &application;
     substituteFontFamilies();
