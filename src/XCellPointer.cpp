@@ -1,5 +1,6 @@
 #include "XCellPointer.h"
 
+#include <QApplication>
 #include <QPixmap>
 
 #include <algorithm>
@@ -11,6 +12,7 @@ using xstd::XRect;
 namespace {
 
 constexpr int reach = 2; // pixels to each side of a line
+constexpr QPoint centre(12, 12);
 
 bool isNear(int value, int line)
 {
@@ -21,12 +23,6 @@ bool isNear(int value, int line)
 bool isBetween(int value, int first, int last)
 {
     return value > first + reach && value < last - reach;
-}
-
-QCursor cursorFromFile(const char* path, Qt::CursorShape otherwise)
-{
-    const QPixmap picture(path);
-    return picture.isNull() ? QCursor(otherwise) : QCursor(picture, 12, 12);
 }
 
 bool isCorner(XCellRefOp op)
@@ -59,11 +55,25 @@ XCellZone zoneAt(const QRect& rect, const QPoint& pos)
     return XCellZone::None;
 }
 
+QCursor cursorFromFile(const QString& path, const QPoint& hotSpot, Qt::CursorShape otherwise)
+{
+    // Qt hands the picture and its hot spot to the window system in pixels of the screen.
+    const bool isFine = qApp->devicePixelRatio() > 1;
+    QPixmap picture(isFine ? QString(path).replace(".png", "@2x.png") : path);
+    const int scale = isFine && !picture.isNull() ? 2 : 1;
+    if (picture.isNull())
+        picture.load(path);
+    if (picture.isNull())
+        return otherwise;
+    picture.setDevicePixelRatio(1);
+    return QCursor(picture, scale * hotSpot.x(), scale * hotSpot.y());
+}
+
 XCellCursors::XCellCursors()
-    : copy(cursorFromFile("./icons/CellCopy.png", Qt::CrossCursor)),
-      move(cursorFromFile("./icons/CellMove.png", Qt::SizeAllCursor)),
-      hResize(cursorFromFile("./icons/hresize.png", Qt::SizeHorCursor)),
-      vResize(cursorFromFile("./icons/vresize.png", Qt::SizeVerCursor))
+    : copy(cursorFromFile("./icons/CellCopy.png", centre, Qt::CrossCursor)),
+      move(cursorFromFile("./icons/CellMove.png", centre, Qt::SizeAllCursor)),
+      hResize(cursorFromFile("./icons/hresize.png", centre, Qt::SizeHorCursor)),
+      vResize(cursorFromFile("./icons/vresize.png", centre, Qt::SizeVerCursor))
 {}
 
 const QCursor& XCellCursors::of(XCellRefOp op) const

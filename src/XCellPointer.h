@@ -7,6 +7,7 @@
 #include <QCursor>
 #include <QPoint>
 #include <QRect>
+#include <QString>
 
 #include <cstdint>
 
@@ -56,6 +57,10 @@ struct XCellPointer {
 /// The zone of `rect` at `pos`: boxes of two pixels to each side of a corner, then bands of two
 /// pixels to each side of an edge, without the corners.
 XCellZone zoneAt(const QRect& rect, const QPoint& pos);
+
+/// A pointer's shape from a picture, in double size where the screen has more than a pixel for each
+/// of ours; a system's shape when there is no file. `path` ends with ".png".
+QCursor cursorFromFile(const QString& path, const QPoint& hotSpot, Qt::CursorShape otherwise);
 
 /// The pointer's shapes. A file that is missing gives a shape of the system's.
 struct XCellCursors {

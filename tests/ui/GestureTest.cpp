@@ -142,6 +142,18 @@ TEST_F(Gesture, TheShapeTellsWhatAPressWouldDo)
     EXPECT_EQ(shapeAt(corner.center()), Qt::ArrowCursor);
 }
 
+TEST_F(Gesture, TheShapesComeFromFiles)
+{
+    QDir().mkdir("icons");
+    QImage picture(24, 24, QImage::Format_ARGB32);
+    picture.fill(Qt::black);
+    ASSERT_TRUE(picture.save("./icons/vresize.png"));
+    const XCellCursors cursors;
+    EXPECT_EQ(cursors.vResize.shape(), Qt::BitmapCursor);
+    EXPECT_EQ(cursors.vResize.hotSpot(), QPoint(12, 12));
+    EXPECT_EQ(cursors.hResize.shape(), Qt::SizeHorCursor);
+}
+
 TEST_F(Gesture, SelectedColumnsGetOneWidthAndOthersKeepTheirs)
 {
     QHeaderView* header = view()->horizontalHeader();
