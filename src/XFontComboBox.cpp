@@ -10,6 +10,17 @@ constexpr int faceSize = 18;
 constexpr int iconWidth = 32;
 constexpr int rowHeight = 34;
 
+/// The family at the list's size. A face of symbols would show its own name as a row of stars: it
+/// keeps the box's letters.
+QFont faceOf(const QFontDatabase& fonts, const QString& family, const QFont& letters)
+{
+    QFont face = letters;
+    if (!fonts.writingSystems(family).contains(QFontDatabase::Symbol))
+        face = QFont(family);
+    face.setPointSize(faceSize);
+    return face;
+}
+
 } // namespace
 
 XFontComboBox::XFontComboBox(QWidget* parent) : XComboBox(QString(), iconWidth, parent)
@@ -41,8 +52,9 @@ void XFontComboBox::fillList()
 {
     const QIcon icon("./icons/fonticon.png");
     const QString current = currentText();
-    for (const QString& family : QFontDatabase().families()) {
-        const QFont face(family, faceSize);
+    const QFontDatabase fonts;
+    for (const QString& family : fonts.families()) {
+        const QFont face = faceOf(fonts, family, font());
         auto* item = new QListWidgetItem(icon, family, list());
         item->setFont(face);
         item->setSizeHint(QSize(0, rowHeight));

@@ -4,6 +4,7 @@
 
 #include <QFrame>
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -11,7 +12,16 @@ namespace {
 constexpr int rowCount = 2;
 constexpr int smallIcon = 24;
 constexpr int tallIcon = 32;
-constexpr int smallSide = 27; // the buttons' own size leaves more room than two rows have
+
+// The buttons' own size leaves so much room around icon and text that the panel would not fit a
+// window of 1,200 pixels.
+constexpr int smallSide = 26;
+constexpr int tallHeight = 56;
+
+int widthOf(const XCommonToolButton& button)
+{
+    return button.fontMetrics().horizontalAdvance(button.text()) + 6;
+}
 
 } // namespace
 
@@ -59,6 +69,7 @@ XCommonToolButton* XPanelGrid::addTall(int column, const Look& look, Command com
 {
     XCommonToolButton* button =
         makeButton(look, std::move(command), Qt::ToolButtonTextUnderIcon, tallIcon);
+    button->setFixedSize(std::max(tallIcon + 4, widthOf(*button)), tallHeight);
     add(button, 0, column, rowCount, 1);
     return button;
 }
@@ -67,7 +78,7 @@ XCommonToolButton* XPanelGrid::addWide(int row, int column, const Look& look, Co
 {
     XCommonToolButton* button =
         makeButton(look, std::move(command), Qt::ToolButtonTextBesideIcon, smallIcon);
-    button->setFixedHeight(smallSide);
+    button->setFixedSize(smallIcon + widthOf(*button), smallSide);
     add(button, row, column, 1, 2);
     return button;
 }
