@@ -4,9 +4,14 @@
 #include "XCellPointer.h"
 #include "cell/XCellRangeRef.h"
 #include "common/XMergedRects.h"
+#include "common/XOptions.h"
 #include "common/XUndoableActions.h"
 
 #include <QTableView>
+
+#include <functional>
+#include <memory>
+#include <vector>
 
 class XCellEditor;
 class XCellTableModel;
@@ -50,6 +55,14 @@ public:
 
     // Mouse and references
 
+    /// Fills the target of the drag from its source, and selects both. Nothing happens without a
+    /// target; a failure is printed in the message pane.
+    void copySelectData(xstd::XOptions options);
+    /// Moves the source of the drag to its target, and selects the target, in the same way.
+    void moveSelectData(xstd::XOptions options);
+    /// Ends whatever the pointer has begun, and a pending cut.
+    void clearDragState();
+
     /// While a script is under edit the grid shows what it reads, as marks; a click or drag makes
     /// or changes a reference in the script in place of selecting. `ranges` are the script's
     /// references in absolute form, (row, col) is the cell under edit.
@@ -81,10 +94,13 @@ private slots:
 private:
     void initHeaders();
     xstd::XPoint cellUnder(const QPoint& pos) const;
+    xstd::XRect gridRect() const;
     QRect pixelsOf(const xstd::XRect& rect) const;
     void repaintCells(const xstd::XRect& rect);
     void setDragTo(const xstd::XRect& rect);
     void resetPointer();
+    bool hasDragTarget() const;
+    void runDrag(const std::function<std::unique_ptr<huge::XCellAction>()>& makeAction);
     bool startDrag(const QPoint& pos);
     bool startReference(const QPoint& pos);
     void dragOver(const QPoint& pos);

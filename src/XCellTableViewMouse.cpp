@@ -1,6 +1,10 @@
 #include "XCellTableView.h"
 
 #include "XCellTableModel.h"
+#include "cell/XCellActionCopyRect.h"
+#include "cell/XCellActionMoveRect.h"
+#include "errorHtml.h"
+#include "tavix.h"
 
 #include <QGuiApplication>
 #include <QHeaderView>
@@ -82,10 +86,14 @@ XPoint XCellTableView::cellUnder(const QPoint& pos) const
     return {row < 0 ? m_model->rowCount() - 1 : row, col < 0 ? m_model->columnCount() - 1 : col};
 }
 
+XRect XCellTableView::gridRect() const
+{
+    return XRect(0, 0, m_model->rowCount() - 1, m_model->columnCount() - 1);
+}
+
 QRect XCellTableView::pixelsOf(const XRect& rect) const
 {
-    const XRect cells =
-        rect.intersect(XRect(0, 0, m_model->rowCount() - 1, m_model->columnCount() - 1));
+    const XRect cells = rect.intersect(gridRect());
     if (cells.isNull())
         return QRect();
     return visualRect(m_model->index(cells.top, cells.left)) |
@@ -235,24 +243,88 @@ void XCellTableView::scrollTowards(const QPoint& pos)
 void XCellTableView::mouseReleaseEvent(QMouseEvent* event)
 {
     m_pointer.scrollTimer.stop();
+    const bool isDragging =
+        m_pointer.mode == XCellPointer::Fill || m_pointer.mode == XCellPointer::Move;
     if (event->button() == Qt::RightButton) {
-        resetPointer();
+        if (isDragging)
+            clearDragState();
         return;
     }
     if (m_pointer.mode == XCellPointer::Reference) {
         finishReference();
         return;
     }
-    if (m_pointer.mode != XCellPointer::Normal) {
+    if (isDragging) {
         const bool control = QGuiApplication::queryKeyboardModifiers() & Qt::ControlModifier;
         finishDrag(control);
     }
     QTableView::mouseReleaseEvent(event);
 }
 
-void XCellTableView::finishDrag(bool)
+void XCellTableView::finishDrag(bool scriptOnly)
+{
+    const xstd::XOptions options{scriptOnly ? huge::optScriptOnly : huge::optPlain};
+    if (m_pointer.mode == XCellPointer::Fill)
+        copySelectData(options);
+    else
+        moveSelectData(options);
+    clearDragState();
+}
+
+bool XCellTableView::hasDragTarget() const
+{
+    return !m_pointer.dragFrom.isNull() && !m_paintState.dragTo.isNull() &&
+           m_pointer.dragFrom != m_paintState.dragTo;
+}
+
+void XCellTableView::copySelectData(xstd::XOptions options)
+{
+    if (!hasDragTarget())
+        return;
+    const XRect from = m_pointer.dragFrom;
+    const XRect to = m_paintState.dragTo;
+    runDrag([&] {
+        return std::make_unique<huge::XCellActionCopyRect>(m_model->table(), from, to, options);
+    });
+    select(xstd::XMergedRects({from, to}).boundRect(), false);
+}
+
+void XCellTableView::moveSelectData(xstd::XOptions options)
+{
+    if (!hasDragTarget())
+        return;
+    const XRect from = m_pointer.dragFrom;
+    const XRect to = m_paintState.dragTo;
+    runDrag([&] {
+        return std::make_unique<huge::XCellActionMoveRect>(
+            m_model->table(), from, to.top - from.top, to.left - from.left, options);
+    });
+    // A move that was refused may have gone beyond the grid.
+    select(to.intersect(gridRect()), false);
+}
+
+void XCellTableView::runDrag(const std::function<std::unique_ptr<huge::XCellAction>()>& makeAction)
+{
+    try {
+        std::unique_ptr<huge::XCellAction> action = makeAction();
+        const QModelIndex current = currentIndex();
+        if (current.isValid())
+            action->setFocusRect(
+                XRect(current.row(), current.column(), current.row(), current.column()));
+        m_model->perform(std::move(action));
+    } catch (const xstd::XExceptionItems& failure) {
+        theMainWindow->printError(errorHtml(failure));
+    } catch (const std::exception& failure) {
+        theMainWindow->printError(errorHtml(failure, X_HERE, "action"));
+    }
+}
+
+void XCellTableView::clearDragState()
 {
     resetPointer();
+    for (const XRect& rect : m_paintState.cutRects.rects())
+        repaintCells(rect);
+    m_paintState.cutRects.clear();
 }
 
 QCursor XCellTableView::cursorFor(const QPoint& pos)

@@ -208,5 +208,5 @@ bool XCellTableView::startReference(const QPoint& pos)
 
 void XCellTableView::finishReference()
 {
-    resetPointer();
+    clearDragState();
 }

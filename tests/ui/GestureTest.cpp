@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 #include "XCellPointer.h"
+#include "XTavixCellExtend.h"
 
 #include <QHeaderView>
 
@@ -109,6 +110,58 @@ TEST_F(Gesture, AMoveBeyondTheFirstRowKeepsTheLastTarget)
     EXPECT_EQ(target(), XRect(0, 1, 2, 1));
     release(cell(0, 1).center(), Qt::NoModifier, Qt::RightButton);
     EXPECT_TRUE(target().isNull());
+}
+
+TEST_F(Gesture, AFillRepeatsFormulasAndControlLeavesTheFormats)
+{
+    enter(0, 1, "=A1+1");
+    page().model()->forceCellExtend(0, 1)->bold = true;
+    selectRect(XRect(0, 1, 0, 1));
+    drag(cell(0, 1).bottomRight(), cell(2, 1).center());
+    EXPECT_EQ(page().table().cellAt(2, 1)->scriptText(true), "A3+1");
+    EXPECT_TRUE(page().model()->cellExtend(2, 1)->bold);
+    EXPECT_EQ(view()->selectedRects(), xstd::XMergedRects(XRect(0, 1, 2, 1)));
+    selectRect(XRect(0, 1, 0, 1));
+    drag(cell(0, 1).bottomRight(), cell(0, 2).center(), Qt::ControlModifier);
+    EXPECT_EQ(page().table().cellAt(0, 2)->scriptText(true), "B1+1");
+    EXPECT_EQ(page().model()->cellExtend(0, 2), nullptr);
+    view()->undo();
+    view()->undo();
+    EXPECT_EQ(shown(2, 1), "");
+}
+
+TEST_F(Gesture, AMoveTakesTheCellsAlongAndControlLeavesTheFormats)
+{
+    enter(1, 1, "5");
+    enter(0, 0, "=B2");
+    page().model()->forceCellExtend(1, 1)->bold = true;
+    selectRect(XRect(1, 1, 1, 1));
+    drag(bottomEdge(1, 1), cell(4, 2).center());
+    EXPECT_EQ(shown(4, 2), "5");
+    EXPECT_TRUE(page().model()->cellExtend(4, 2)->bold);
+    EXPECT_EQ(page().table().cellAt(0, 0)->scriptText(true), "C5");
+    EXPECT_EQ(view()->selectedRects(), xstd::XMergedRects(XRect(4, 2, 4, 2)));
+    drag(bottomEdge(4, 2), cell(1, 2).center(), Qt::ControlModifier);
+    EXPECT_EQ(shown(1, 2), "5");
+    EXPECT_EQ(page().model()->cellExtend(1, 2), nullptr);
+    EXPECT_TRUE(page().model()->cellExtend(4, 2)->bold);
+    drag(bottomEdge(1, 2), cell(1, 2).center()); // onto itself
+    EXPECT_EQ(shown(1, 2), "5");
+    view()->undo();
+    view()->undo();
+    EXPECT_EQ(shown(1, 1), "5");
+}
+
+TEST_F(Gesture, AnotherButtonsReleaseCancelsTheDrag)
+{
+    enter(1, 1, "5");
+    selectRect(XRect(1, 1, 1, 1));
+    press(cell(1, 1).bottomRight());
+    moveTo(cell(3, 1).center());
+    release(cell(3, 1).center(), Qt::NoModifier, Qt::RightButton);
+    EXPECT_TRUE(target().isNull());
+    release(cell(3, 1).center());
+    EXPECT_EQ(shown(2, 1), "");
 }
 
 TEST_F(Gesture, ADragOutsideOfTheGridScrolls)
