@@ -1,11 +1,12 @@
 // Prints one table as Markdown: what our numbers take, what GMP and MPFR take for the same work in
 // the same run, the ratio of both, and the ratio that we aim at. Needs both libraries. With a word
-// as argument it prints only the rows whose name holds that word.
+// as argument it prints only the rows whose name holds that word; without one a second table tells
+// how the cost grows with the length.
 
-#include "hash/XBase58.h"
 #include "numbers/elementary.h"
 #include "numbers/limbsProduct.h"
 #include "numbers/limbsQuotient.h"
+#include "numbers/longBase58.h"
 #include "numbers/numberTheory.h"
 
 #include <gmp.h>
@@ -240,9 +241,8 @@ void addTexts()
     const auto data = std::make_shared<std::vector<uint8_t>>(bytes);
     for (uint8_t& byte : *data)
         byte = uint8_t(source());
-    addRow({"Base58", "1 MB",
-            [=] { (void)xstd::encodeBase58(data->data(), data->data() + data->size()); }, nullptr,
-            10, 0.32, true});
+    addRow({"Base58", "1 MB", [=] { (void)longBase58(data->data(), data->data() + data->size()); },
+            nullptr, 10, 0.32, true});
 }
 
 void addPowers()
@@ -373,6 +373,66 @@ void printRow(const Row& row)
     std::fflush(stdout);
 }
 
+/// How the cost of our own work grows with the length.
+void printGrowth()
+{
+    struct Work {
+        const char* name;
+        std::function<std::function<void()>(size_t)> of;
+    };
+    const Work works[] = {
+        {"product",
+         [](size_t n) -> std::function<void()> {
+             return [a = randomInteger(n), b = randomInteger(n)] { (void)(a * b); };
+         }},
+        {"quotient of 2 n by n",
+         [](size_t n) -> std::function<void()> {
+             return [a = randomInteger(2 * n), b = randomInteger(n)] { (void)(a / b); };
+         }},
+        {"square root of 2 n",
+         [](size_t n) -> std::function<void()> {
+             return [a = randomInteger(2 * n)] { (void)a.sqrt(); };
+         }},
+        {"gcd",
+         [](size_t n) -> std::function<void()> {
+             return [a = randomInteger(n), b = randomInteger(n)] { (void)gcd(a, b); };
+         }},
+        {"modular inverse",
+         [](size_t n) -> std::function<void()> {
+             const HugeInteger m = HugeInteger(2).pow(int64_t(64 * n) - 1);
+             return [a = randomInteger(n).setBit_(0, true) % m, m] { (void)invMod(a, m); };
+         }},
+        {"decimal print",
+         [](size_t n) -> std::function<void()> {
+             return [a = randomInteger(n)] { (void)a.toString(); };
+         }},
+        {"decimal read",
+         [](size_t n) -> std::function<void()> {
+             return [text = randomInteger(n).toString()] {
+                 HugeInteger r;
+                 r.fromText_(text);
+             };
+         }},
+        {"exp",
+         [](size_t n) -> std::function<void()> {
+             const HugeFloat x = HugeFloat(randomInteger(n)).shiftExponent(64 * int64_t(n) - 1);
+             return [x] { (void)exp(x); };
+         }},
+    };
+    constexpr size_t n = 2500;
+    std::printf("\n| operation | n = %zu limbs | 2 n | 4 n | 2 n to n | 4 n to 2 n |\n", n);
+    std::printf("| --- | --- | --- | --- | --- | --- |\n");
+    for (const Work& work : works) {
+        double seconds[3];
+        for (size_t i = 0; i < 3; ++i)
+            seconds[i] = secondsOf(work.of(n << i), false);
+        std::printf("| %s | %s | %s | %s | %.2f | %.2f |\n", work.name, figure(seconds[0]).c_str(),
+                    figure(seconds[1]).c_str(), figure(seconds[2]).c_str(), seconds[1] / seconds[0],
+                    seconds[2] / seconds[1]);
+        std::fflush(stdout);
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv)
@@ -399,4 +459,6 @@ int main(int argc, char** argv)
         if (row.name.find(wanted) != std::string::npos)
             printRow(row);
     }
+    if (wanted.empty())
+        printGrowth();
 }

@@ -174,20 +174,16 @@ bool decodeBase58(const XString& text, std::vector<uint8_t>& out)
     return true;
 }
 
-XString encodeBase58Check(const std::vector<uint8_t>& bytes)
+void appendChecksum(std::vector<uint8_t>& bytes)
 {
-    std::vector<uint8_t> checked = bytes;
     const uint32_t sum = checksum(bytes.data(), bytes.size());
     for (size_t i = 0; i < checksumSize; ++i)
-        checked.push_back(uint8_t(sum >> (8 * i)));
-    return encodeBase58(checked.data(), checked.data() + checked.size());
+        bytes.push_back(uint8_t(sum >> (8 * i)));
 }
 
-bool decodeBase58Check(const XString& text, std::vector<uint8_t>& out)
+bool takeChecksum(std::vector<uint8_t>& bytes)
 {
-    out.clear();
-    std::vector<uint8_t> bytes;
-    if (!decodeBase58(text, bytes) || bytes.size() < checksumSize)
+    if (bytes.size() < checksumSize)
         return false;
     const size_t count = bytes.size() - checksumSize;
     const uint32_t sum = checksum(bytes.data(), count);
@@ -195,6 +191,22 @@ bool decodeBase58Check(const XString& text, std::vector<uint8_t>& out)
         if (bytes[count + i] != uint8_t(sum >> (8 * i)))
             return false;
     bytes.resize(count);
+    return true;
+}
+
+XString encodeBase58Check(const std::vector<uint8_t>& bytes)
+{
+    std::vector<uint8_t> checked = bytes;
+    appendChecksum(checked);
+    return encodeBase58(checked.data(), checked.data() + checked.size());
+}
+
+bool decodeBase58Check(const XString& text, std::vector<uint8_t>& out)
+{
+    out.clear();
+    std::vector<uint8_t> bytes;
+    if (!decodeBase58(text, bytes) || !takeChecksum(bytes))
+        return false;
     out = std::move(bytes);
     return true;
 }

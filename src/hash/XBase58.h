@@ -16,6 +16,12 @@ XString encodeBase58(const uint8_t* first, const uint8_t* last);
 /// for any other character and leaves `out` as it was.
 bool decodeBase58(const XString& text, std::vector<uint8_t>& out);
 
+/// Appends the low four bytes of the bytes' FNV-1a hash of 64 bits, lowest first.
+void appendChecksum(std::vector<uint8_t>& bytes);
+/// Takes them off again. False, and the bytes as they were, where they are too few or the hash is
+/// another.
+bool takeChecksum(std::vector<uint8_t>& bytes);
+
 /// The bytes and, behind them, the low four bytes of their FNV-1a hash of 64 bits, lowest first, in
 /// radix 58.
 XString encodeBase58Check(const std::vector<uint8_t>& bytes);

@@ -1,7 +1,7 @@
 #include "numbers/byteForms.h"
 
-#include "hash/XBase58.h"
 #include "hash/XBase64.h"
+#include "numbers/longBase58.h"
 
 namespace huge {
 
@@ -28,7 +28,7 @@ xstd::XString lastHexDigits(xstd::XString text, int64_t bytes)
 
 xstd::XString baseText(int radix, const uint8_t* bytes, size_t count)
 {
-    return radix == 58 ? xstd::encodeBase58(bytes, bytes + count)
+    return radix == 58 ? longBase58(bytes, bytes + count)
                        : xstd::encodeBase64(bytes, bytes + count);
 }
 

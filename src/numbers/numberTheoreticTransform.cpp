@@ -14,25 +14,32 @@ constexpr size_t nearLength = 2048;
 
 } // namespace
 
-const NumberTheoreticTransform& NumberTheoreticTransform::of(size_t kind)
+const NumberTheoreticTransform& NumberTheoreticTransform::of(size_t kind, size_t length)
 {
-    static const NumberTheoreticTransform transforms[kinds] = {
+    static NumberTheoreticTransform transforms[kinds] = {
         {0x3FFFFFFFFEB00001, 0x25F89E017E7CE1CA},
         {0x3FFFFFFFFA000001, 0x146621EA4C40B146},
     };
+    assert(length <= maxLength);
+    transforms[kind].makeRoots(std::bit_ceil(length) / 2);
     return transforms[kind];
 }
 
 NumberTheoreticTransform::NumberTheoreticTransform(Limb prime, Limb rootOfTwoToTwenty)
-    : m_prime(prime), m_twice(2 * prime), m_negativeInverse(negativeInverse64(prime)),
-      m_roots(maxLength / 2)
+    : m_prime(prime), m_rootOfTwoToTwenty(rootOfTwoToTwenty), m_twice(2 * prime),
+      m_negativeInverse(negativeInverse64(prime)), m_roots{factorOf(1)}
+{}
+
+void NumberTheoreticTransform::makeRoots(size_t count)
 {
-    m_roots[0] = factorOf(1);
     // The nodes of one bit more are those before, times a root of twice the order.
-    for (size_t first = 1, order = 4; first < m_roots.size(); first *= 2, order *= 2) {
-        const Factor step = factorOf(powMod64(rootOfTwoToTwenty, (Limb(1) << 20) / order, prime));
+    while (m_roots.size() < count) {
+        const size_t first = m_roots.size();
+        const Factor step =
+            factorOf(powMod64(m_rootOfTwoToTwenty, (Limb(1) << 20) / (4 * first), m_prime));
+        m_roots.reserve(2 * first);
         for (size_t i = 0; i < first; ++i)
-            m_roots[first + i] = factorOf(reduce(multiply(m_roots[i].value, step)));
+            m_roots.push_back(factorOf(reduce(multiply(m_roots[i].value, step))));
     }
 }
 

@@ -26,15 +26,17 @@ public:
     };
 
     /// The largest count of coefficients of one product.
-    static constexpr size_t maxLength = size_t(1) << 16;
+    static constexpr size_t maxLength = size_t(1) << 19;
     static constexpr size_t kinds = 2;
 
-    /// The transforms modulo the two primes that products use, made at first use. The product of
-    /// the primes lies just below 2^124.
-    static const NumberTheoreticTransform& of(size_t kind);
+    /// The transform modulo one of the two primes that products use, with the roots for so many
+    /// coefficients; they are made when they are first needed. The product of the primes lies just
+    /// below 2^124.
+    static const NumberTheoreticTransform& of(size_t kind, size_t length);
 
     Limb prime() const noexcept { return m_prime; }
-    /// The root whose square is the constant of node b; b < maxLength / 2.
+    /// The root whose square is the constant of node b; b is below half of
+    /// the length asked for.
     const Factor& rootOf(size_t node) const noexcept { return m_roots[node]; }
     Factor factorOf(Limb value) const noexcept;
 
@@ -67,6 +69,7 @@ public:
 
 private:
     NumberTheoreticTransform(Limb prime, Limb rootOfTwoToTwenty);
+    void makeRoots(size_t count);
     void forwardByTwo(Limb* x, size_t n, size_t node) const noexcept;
     void forwardByFour(Limb* x, size_t n, size_t node) const noexcept;
     void inverseByTwo(Limb* x, size_t n, size_t node) const noexcept;
@@ -74,6 +77,7 @@ private:
     const Factor& negatedInverseOf(size_t node) const noexcept;
 
     Limb m_prime;
+    Limb m_rootOfTwoToTwenty;
     Limb m_twice;
     Limb m_negativeInverse; // -1 / p modulo 2^64
     std::vector<Factor> m_roots;

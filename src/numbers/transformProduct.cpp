@@ -164,8 +164,8 @@ void multiplyModulo(const Transform& field, const Shape& shape, const Limb* a, s
 /// r = the sum of the coefficients times 2^(bits * i), each known modulo both primes.
 void joinDigits(const Shape& shape, const Limb* first, const Limb* second, Limb* r, size_t n)
 {
-    const Transform& one = Transform::of(0);
-    const Transform& two = Transform::of(1);
+    const Transform& one = Transform::of(0, shape.length());
+    const Transform& two = Transform::of(1, shape.length());
     static const Transform::Factor inverse =
         two.factorOf(powMod64(one.prime(), two.prime() - 2, two.prime()));
 
@@ -210,8 +210,8 @@ void transformProduct(const Limb* a, size_t nA, const Limb* b, size_t nB, Limb* 
     Limb* first = area;
     Limb* second = area + shape.length();
     Limb* spare = area + 2 * shape.length();
-    multiplyModulo(Transform::of(0), shape, a, nA, b, nB, first, spare);
-    multiplyModulo(Transform::of(1), shape, a, nA, b, nB, second, spare);
+    multiplyModulo(Transform::of(0, shape.length()), shape, a, nA, b, nB, first, spare);
+    multiplyModulo(Transform::of(1, shape.length()), shape, a, nA, b, nB, second, spare);
     joinDigits(shape, first, second, r, nA + nB);
 }
 

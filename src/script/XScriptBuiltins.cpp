@@ -3,7 +3,6 @@
 #include "common/XException.h"
 #include "common/XPlatform.h"
 #include "common/XTime.h"
-#include "hash/XBase58.h"
 #include "hash/XBase64.h"
 #include "hash/XHash.h"
 #include "numbers/HugeFloat.h"
@@ -11,6 +10,7 @@
 #include "numbers/HugeInteger.h"
 #include "numbers/HugeMod.h"
 #include "numbers/elementary.h"
+#include "numbers/longBase58.h"
 #include "numbers/numberTheory.h"
 #include "numbers/randomSource.h"
 #include "values/HugeVarTime.h"
@@ -258,7 +258,7 @@ HugeVariant hash160Of(HugeVariant* args, int argc)
 
 xstd::XString base58(const Bytes& bytes)
 {
-    return xstd::encodeBase58(bytes.data(), bytes.data() + bytes.size());
+    return longBase58(bytes.data(), bytes.data() + bytes.size());
 }
 
 xstd::XString base64(const Bytes& bytes)
@@ -277,9 +277,9 @@ using Decode = bool (*)(const xstd::XString& text, Bytes& out);
 template <Decode decode>
 constexpr const char* decodeFailure = "not a base64 string";
 template <>
-constexpr const char* decodeFailure<&xstd::decodeBase58> = "not a base58 string";
+constexpr const char* decodeFailure<&fromLongBase58> = "not a base58 string";
 template <>
-constexpr const char* decodeFailure<&xstd::decodeBase58Check> = "not a base58check string";
+constexpr const char* decodeFailure<&fromLongBase58Check> = "not a base58check string";
 
 template <Decode decode>
 Bytes decodedBytes(const HugeVariant& value)
@@ -355,13 +355,13 @@ const std::vector<ScriptBuiltin>& scriptBuiltins()
         {"hash256", callable<&hash256Of>()},
         {"hash160", callable<&hash160Of>()},
         {"base58", callable<&encoded<&base58>>()},
-        {"base58check", callable<&encoded<&xstd::encodeBase58Check>>()},
+        {"base58check", callable<&encoded<&longBase58Check>>()},
         {"base64", callable<&encoded<&base64>>()},
-        {"decbase58", callable<&decoded<&xstd::decodeBase58>>()},
-        {"decbase58check", callable<&decoded<&xstd::decodeBase58Check>>()},
+        {"decbase58", callable<&decoded<&fromLongBase58>>()},
+        {"decbase58check", callable<&decoded<&fromLongBase58Check>>()},
         {"decbase64", callable<&decoded<&xstd::decodeBase64>>()},
-        {"decbase58str", callable<&decodedText<&xstd::decodeBase58>>()},
-        {"decbase58checkstr", callable<&decodedText<&xstd::decodeBase58Check>>()},
+        {"decbase58str", callable<&decodedText<&fromLongBase58>>()},
+        {"decbase58checkstr", callable<&decodedText<&fromLongBase58Check>>()},
         {"decbase64str", callable<&decodedText<&xstd::decodeBase64>>()},
     };
     return all;
