@@ -178,22 +178,6 @@ void XCellTableView::mouseDoubleClickEvent(QMouseEvent*)
     editInPane(QString());
 }
 
-void XCellTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
-{
-    QTableView::currentChanged(current, previous);
-    updateRefMarks(current.isValid() ? m_model->table()->cellAt(current.row(), current.column())
-                                     : nullptr);
-}
-
-void XCellTableView::updateRefMarks(const huge::XCell* cell)
-{
-    m_paintState.refMarks.clear();
-    if (cell && cell->ranges() && m_paintState.showRefs)
-        m_paintState.refMarks.setRects(cell->ranges()->rects(false).rects());
-    if (m_paintState.showRefs)
-        viewport()->update();
-}
-
 void XCellTableView::selectionChanged(const QItemSelection& selected,
                                       const QItemSelection& deselected)
 {

@@ -86,6 +86,9 @@ protected:
     void mouseMoveEvent(QMouseEvent* event) override;
     void mouseReleaseEvent(QMouseEvent* event) override;
     void timerEvent(QTimerEvent* event) override;
+    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
+    void dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                     const QVector<int>& roles) override;
 
 private slots:
     void hsectionResized(int logicalIndex, int oldSize, int newSize);
@@ -115,6 +118,7 @@ private:
     void setHovered(int mark);
     void showMarks();
     void repaintMarks();
+    void updateRefMarks(const QModelIndex& index);
 
     XCellPointer m_pointer;
     XCellCursors m_cursors;
@@ -126,7 +130,6 @@ private:
 protected:
     void keyPressEvent(QKeyEvent* event) override;
     void mouseDoubleClickEvent(QMouseEvent* event) override;
-    void currentChanged(const QModelIndex& current, const QModelIndex& previous) override;
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
@@ -134,7 +137,6 @@ private:
     void undoOrRedo(xstd::XUndoableActionType type);
     void showAfter(huge::XCellAction& action, xstd::XUndoableActionType type);
     void editInPane(const QString& text);
-    void updateRefMarks(const huge::XCell* cell);
 
     XCellPaintState m_paintState;
     XCellTableModel* m_model = nullptr;

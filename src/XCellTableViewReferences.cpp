@@ -1,6 +1,8 @@
 #include "XCellTableView.h"
 
 #include "XCellEditor.h"
+#include "XCellTableModel.h"
+#include "cell/XCellTable.h"
 
 #include <algorithm>
 #include <utility>
@@ -209,4 +211,36 @@ bool XCellTableView::startReference(const QPoint& pos)
 void XCellTableView::finishReference()
 {
     clearDragState();
+}
+
+void XCellTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)
+{
+    QTableView::currentChanged(current, previous);
+    updateRefMarks(current);
+}
+
+void XCellTableView::dataChanged(const QModelIndex& topLeft, const QModelIndex& bottomRight,
+                                 const QVector<int>& roles)
+{
+    QTableView::dataChanged(topLeft, bottomRight, roles);
+    // The current cell may read other cells from now on.
+    if (m_paintState.showRefs && QItemSelectionRange(topLeft, bottomRight).contains(currentIndex()))
+        updateRefMarks(currentIndex());
+}
+
+void XCellTableView::updateRefMarks(const QModelIndex& index)
+{
+    const huge::XCell* cell =
+        index.isValid() ? m_model->table()->cellAt(index.row(), index.column()) : nullptr;
+    // Each reference has its own frame, also where two of them touch or overlap.
+    std::vector<XRect> rects;
+    if (cell && cell->ranges()) {
+        for (const huge::XCellRange& range : *cell->ranges()) {
+            if (range.ref.isCell() && !range.ref.isDeleted)
+                rects.push_back(range.rect());
+        }
+    }
+    m_paintState.refMarks.setRects(std::move(rects));
+    if (m_paintState.showRefs)
+        viewport()->update();
 }

@@ -103,6 +103,23 @@ TEST_F(ReferenceMode, ShowsTheMarksAndTheEditedCellUntilItEnds)
     EXPECT_EQ(view()->hoveredMark(), nullptr);
 }
 
+TEST_F(ReferenceMode, TheCurrentCellsReferencesAreFramedOneByOne)
+{
+    XCellPaintState state;
+    state.showRefs = true;
+    view()->setPaintState(state);
+    enter(5, 5, "=A1+B1+n:7");
+    goTo(0, 0);
+    EXPECT_TRUE(view()->paintState().refMarks.isEmpty());
+    goTo(5, 5);
+    const XCellRefMarks::Sides a1 = view()->paintState().refMarks.sidesAt(0, 0);
+    EXPECT_TRUE(a1.left && a1.right && a1.top && a1.bottom);
+    EXPECT_EQ(view()->paintState().refMarks.sidesAt(0, 1).count, 1);
+    enter(5, 5, "=C3"); // stays current, and reads another cell
+    EXPECT_EQ(view()->paintState().refMarks.sidesAt(0, 1).count, 0);
+    EXPECT_EQ(view()->paintState().refMarks.sidesAt(2, 2).count, 1);
+}
+
 TEST_F(ReferenceMode, AMarkIsKnownByItsPlaceInTheScript)
 {
     view()->enterReferenceMode(2, 3, {refOf("A1", 0), refOf("A1", 5), refOf("B1", 9)});
