@@ -77,12 +77,20 @@ void XComboBox::showText(const QString& text)
 
 void XComboBox::keyPressEvent(QKeyEvent* event)
 {
-    // The base class reports a typed text only when it stands in the list.
-    const bool confirms = event->key() == Qt::Key_Return || event->key() == Qt::Key_Enter;
-    if (!isEditable() || !confirms)
-        return QComboBox::keyPressEvent(event);
-    event->accept();
-    emit textActivated(currentText());
+    switch (event->key()) {
+    case Qt::Key_Return:
+    case Qt::Key_Enter:
+        // The base class reports a typed text only when it stands in the list. Its entry becomes
+        // the current one first, or it would be reported once more when the focus goes.
+        showText(currentText());
+        emit textActivated(currentText());
+        break;
+    case Qt::Key_Escape:
+        emit dismissed();
+        break;
+    default:
+        QComboBox::keyPressEvent(event);
+    }
 }
 
 void XComboBox::wheelEvent(QWheelEvent* event)

@@ -19,6 +19,10 @@ public:
     /// Shows a text without reporting it, and makes its entry the current one if there is one.
     void showText(const QString& text);
 
+signals:
+    /// Escape was pressed: what was typed does not count.
+    void dismissed();
+
 protected:
     /// For a derived box that makes its list later: `itemRule` is added to the style sheet.
     XComboBox(const QString& itemRule, int iconSize, QWidget* parent);

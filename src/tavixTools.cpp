@@ -13,6 +13,7 @@
 #include <QDesktopServices>
 #include <QFrame>
 #include <QGridLayout>
+#include <QLineEdit>
 #include <QStackedWidget>
 #include <QToolBar>
 #include <QUrl>
@@ -206,6 +207,10 @@ void tavix::addCombo(XComboBox* combo, int width)
     combo->setFixedSize(width, 24);
     // The choice is made: keys belong to the grid again.
     connect(combo, &QComboBox::textActivated, this, &tavix::focusView);
+    connect(combo, &XComboBox::dismissed, this, &tavix::focusView);
+    // What was typed and not confirmed is no format of the cell.
+    connect(combo->lineEdit(), &QLineEdit::editingFinished, this, &tavix::showCurrentFormat,
+            Qt::QueuedConnection);
 }
 
 void tavix::focusView()
