@@ -4,6 +4,7 @@
 #include "XCellScriptEditor.h"
 #include "XCellTableModel.h"
 #include "XCellTableViewItemDelegate.h"
+#include "XTracingAction.h"
 #include "cell/XCellActionSetText.h"
 #include "cell/XCellTable.h"
 #include "errorHtml.h"

@@ -15,6 +15,7 @@
 
 class XCellEditor;
 class XCellTableModel;
+class XTracingAction;
 namespace huge {
 class XCell;
 class XCellAction;
@@ -60,8 +61,11 @@ public:
     void copySelectData(xstd::XOptions options);
     /// Moves the source of the drag to its target, and selects the target, in the same way.
     void moveSelectData(xstd::XOptions options);
-    /// Ends whatever the pointer has begun, and a pending cut.
+    /// Ends whatever the pointer has begun, a pending cut and the tool.
     void clearDragState();
+    /// Gives the pointer to a tool, which acts on the next release of the mouse; null ends it.
+    void setTool(std::unique_ptr<XTracingAction> tool);
+    XTracingAction* tool() const { return m_tool.get(); }
 
     /// While a script is under edit the grid shows what it reads, as marks; a click or drag makes
     /// or changes a reference in the script in place of selecting. `ranges` are the script's
@@ -121,6 +125,7 @@ private:
     void updateRefMarks(const QModelIndex& index);
 
     XCellPointer m_pointer;
+    std::unique_ptr<XTracingAction> m_tool;
     XCellCursors m_cursors;
     std::vector<huge::XCellRangeRef> m_marks;
     int m_hoveredMark = -1; // index in m_marks

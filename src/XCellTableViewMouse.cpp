@@ -1,6 +1,7 @@
 #include "XCellTableView.h"
 
 #include "XCellTableModel.h"
+#include "XTracingAction.h"
 #include "cell/XCellActionCopyRect.h"
 #include "cell/XCellActionMoveRect.h"
 #include "errorHtml.h"
@@ -130,13 +131,13 @@ void XCellTableView::resetPointer()
 void XCellTableView::mousePressEvent(QMouseEvent* event)
 {
     if (m_pointer.mode == XCellPointer::Reference) {
-        // The other buttons have nothing to say to the script under edit.
-        if (event->button() != Qt::LeftButton || startReference(event->pos()))
+        // The other buttons have nothing to say to the script under edit, and a tool wants cells.
+        if (event->button() != Qt::LeftButton || (!m_tool && startReference(event->pos())))
             return;
         setFocusPolicy(Qt::ClickFocus);
         setFocus();
         leaveReferenceMode(true);
-    } else if (startDrag(event->pos())) {
+    } else if (!m_tool && startDrag(event->pos())) {
         return;
     }
     QTableView::mousePressEvent(event);
@@ -259,6 +260,10 @@ void XCellTableView::mouseReleaseEvent(QMouseEvent* event)
         finishDrag(control);
     }
     QTableView::mouseReleaseEvent(event);
+    if (m_tool) {
+        m_tool->fire(); // a failure leaves the tool, so that other cells can be marked
+        clearDragState();
+    }
 }
 
 void XCellTableView::finishDrag(bool scriptOnly)
@@ -325,10 +330,19 @@ void XCellTableView::clearDragState()
     for (const XRect& rect : m_paintState.cutRects.rects())
         repaintCells(rect);
     m_paintState.cutRects.clear();
+    setTool(nullptr);
+}
+
+void XCellTableView::setTool(std::unique_ptr<XTracingAction> tool)
+{
+    m_tool = std::move(tool);
+    viewport()->setCursor(m_tool ? m_tool->cursor() : m_cursors.arrow);
 }
 
 QCursor XCellTableView::cursorFor(const QPoint& pos)
 {
+    if (m_tool)
+        return m_tool->cursor();
     if (m_pointer.mode == XCellPointer::Reference)
         return markCursor(pos);
     const xstd::XMergedRects selected = selectedRects();

@@ -1,6 +1,7 @@
 #include "WindowFixture.h"
 #include "XCellPointer.h"
 #include "XTavixCellExtend.h"
+#include "XTracingAction.h"
 
 #include <QHeaderView>
 
@@ -205,6 +206,38 @@ TEST_F(Gesture, TheShapesComeFromFiles)
     EXPECT_EQ(cursors.vResize.shape(), Qt::BitmapCursor);
     EXPECT_EQ(cursors.vResize.hotSpot(), QPoint(12, 12));
     EXPECT_EQ(cursors.hResize.shape(), Qt::SizeHorCursor);
+}
+
+class CountingTool : public XTracingAction {
+public:
+    explicit CountingTool(std::vector<XRect>* seen)
+        : XTracingAction(theMainWindow, Qt::PointingHandCursor), m_seen(seen)
+    {}
+    void fire() override
+    {
+        m_seen->push_back(theMainWindow->currentView()->selectedRects()[0]);
+        if (m_seen->size() == 1)
+            throw std::runtime_error("other cells");
+    }
+
+private:
+    std::vector<XRect>* m_seen;
+};
+
+TEST_F(Gesture, AToolActsAtTheReleaseAndStaysAfterAFailure)
+{
+    std::vector<XRect> seen;
+    selectRect(XRect(1, 1, 1, 1));
+    view()->setTool(std::make_unique<CountingTool>(&seen));
+    EXPECT_EQ(view()->viewport()->cursor().shape(), Qt::PointingHandCursor);
+    drag(cell(1, 1).bottomRight(), cell(2, 2).center()); // no fill
+    showEscaped();
+    EXPECT_TRUE(errors.join("").contains("other cells"));
+    ASSERT_NE(view()->tool(), nullptr);
+    drag(cell(3, 3).center(), cell(4, 4).center());
+    EXPECT_EQ(view()->tool(), nullptr);
+    EXPECT_EQ(seen, (std::vector<XRect>{XRect(1, 1, 2, 2), XRect(3, 3, 4, 4)}));
+    EXPECT_EQ(view()->viewport()->cursor().shape(), Qt::ArrowCursor);
 }
 
 TEST_F(Gesture, SelectedColumnsGetOneWidthAndOthersKeepTheirs)
