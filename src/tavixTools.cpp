@@ -11,6 +11,7 @@
 #include "XTavixCellExtend.h"
 
 #include <QDesktopServices>
+#include <QFileInfo>
 #include <QFrame>
 #include <QGridLayout>
 #include <QLineEdit>
@@ -88,8 +89,10 @@ void tavix::initToolBar()
     addTool({"保存( Ctrl + S )", "Save", "save"}, {});
     addTool({"保存全部", "SaveAll", "saveall"}, {});
     addTool({"另存为...", "SaveAs", "saveas"}, {});
-    addTool({"显示帮助文件", "OpenHelp", "help"},
-            [] { QDesktopServices::openUrl(QUrl::fromLocalFile("./doc/help.pdf")); });
+    addTool({"显示帮助文件", "OpenHelp", "help"}, [] {
+        QDesktopServices::openUrl(
+            QUrl::fromLocalFile(QFileInfo("./doc/help.pdf").absoluteFilePath()));
+    });
     m_undoButton = addTool({"回退( Ctrl + Z )", "undo", "undo"},
                            onView(this, [](XCellTableView& view) { view.undo(); }));
     m_redoButton = addTool({"重做( Ctrl + Y )", "redo", "redo"},
