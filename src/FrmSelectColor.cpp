@@ -225,12 +225,14 @@ void FrmSelectColor::onColorClicked(bool)
 
 void FrmSelectColor::askColor()
 {
-    // The popup holds the pointer: it goes before the dialog comes.
+    // The popup holds the pointer: it goes before the dialog comes. The dialog belongs to the
+    // window, not to the panel, whose style sheet would reach into it.
     close();
     const auto& answer = userPrompts().color;
-    const QColor color = answer ? answer(m_selected)
-                                : QColorDialog::getColor(m_selected, parentWidget(), "更多颜色",
-                                                         QColorDialog::ShowAlphaChannel);
+    const QColor color = answer
+                             ? answer(m_selected)
+                             : QColorDialog::getColor(m_selected, parentWidget()->window(),
+                                                      "更多颜色", QColorDialog::ShowAlphaChannel);
     if (color.isValid())
         choose(color);
 }
