@@ -2,6 +2,8 @@
 
 #include "KeyWordHint.h"
 #include "XPanelGrid.h"
+#include "XToolColorButton.h"
+#include "common/XMergedRects.h"
 #include "common/XString.h"
 
 #include <QMainWindow>
@@ -26,7 +28,9 @@ class XMessagePane;
 class XTablePage;
 class XTavixCellExtend;
 class tavix;
+enum class XFormatField : uint8_t;
 namespace huge {
+class XCellAction;
 struct XFormatRule;
 } // namespace huge
 
@@ -161,4 +165,57 @@ private:
     XCommonToolButton* m_activePanelButton = nullptr;
     XBackgroundColor* m_borderColorButton = nullptr;
     // End of tools
+
+    // Commands: each changes the selection of the current page, by one action. Without a selection
+    // nothing happens.
+
+public:
+    /// Runs an action on the current page's table and shows what it changed. Undo goes back to the
+    /// cell that is the current one now.
+    void perform(std::unique_ptr<huge::XCellAction> action);
+
+    /// Off when any selected cell has it, else on.
+    void toggleBold();
+    void toggleItalic();
+    void toggleUnderline();
+    void toggleSign();
+    /// Off when the first selected cell has it, else on.
+    void toggleMultLine();
+    void togglePercent();
+    void toggleMod();
+    void toggleBreakChar(char breakChar);
+    /// One step from the largest of the selection. Below 0 the places behind the point become as
+    /// many as a value has.
+    void stepMantissa(int step);
+    void stepBreakSize(int step);
+    void stepFontSize(bool expand);
+    void setRadix(int radix);
+    void setAlignment(bool vertical, int value);
+    /// `mode` is one of XActionSetBorder's, the colour is borderColor().
+    void setBorder(int mode);
+    void clearStyle();
+    /// The next cells that are marked get the look of the selection.
+    void startStyleBrush();
+
+public slots:
+    /// Of the combo boxes: only what a person chooses counts, and then the box has the focus.
+    void onSetFontName(const QString& _name);
+    void onSetFontSize(const QString& _size);
+    void onSetMantissaSize(const QString& _size);
+    /// Of the colour buttons.
+    void onSetFontColor(const QColor& _color, XToolColorButton::Position _pos);
+    void onSelectBackgroundColor(const QColor& _color, XToolColorButton::Position _pos);
+    /// A click on the icon gives the present borders the colour; a choice in the popup does not.
+    void onSelectBorderColor(const QColor& _color, XToolColorButton::Position _pos);
+
+private:
+    xstd::XMergedRects selection() const;
+    huge::XFormatRule firstRule() const;
+    void setMantissa(int size);
+    void applyFormatRule(XFormatField field, const huge::XFormatRule& rule);
+    template <class Action, class... Args>
+    void changeStyle(const Args&... args);
+    template <class Action>
+    void toggleAny(bool XTavixCellExtend::*bit);
+    // End of commands
 };
