@@ -1,4 +1,5 @@
 #include "WindowFixture.h"
+#include "XComboBox.h"
 #include "XTavixCellExtend.h"
 #include "XTracingCalc.h"
 
@@ -204,6 +205,25 @@ TEST_F(StyleCommands, HearBoxesOnlyWithTheFocus)
     window->onSetFontSize("20");
     window->onSetMantissaSize("2");
     EXPECT_EQ(page().undo().undoCount(), before);
+    const QList<XComboBox*> boxes = window->findChildren<XComboBox*>(); // font, size, places
+    ASSERT_EQ(boxes.size(), 3);
+    boxes[0]->setFocus();
+    window->onSetFontName("Mono");
+    EXPECT_EQ(look(0, 0).fontName, "Mono");
+    boxes[1]->setFocus();
+    for (const char* size : {"20", "0", "-5", "large"})
+        window->onSetFontSize(size);
+    EXPECT_EQ(look(0, 0).fontSize, 20);
+    window->onSetFontSize("99999");
+    EXPECT_EQ(look(0, 0).fontSize, 32767);
+    boxes[2]->setFocus();
+    window->onSetMantissaSize("2");
+    window->onSetMantissaSize("many");
+    EXPECT_EQ(look(0, 0).formatRule.mantissa, 2);
+    window->onSetMantissaSize("70000");
+    EXPECT_EQ(look(0, 0).formatRule.mantissa, 32767);
+    window->onSetMantissaSize("-3");
+    EXPECT_EQ(look(0, 0).formatRule.mantissa, -1);
 }
 
 TEST_F(StyleCommands, GoBackToTheCellWhereTheyWereGiven)
