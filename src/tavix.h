@@ -128,7 +128,7 @@ private:
     void addAlignmentTools(XPanelGrid& panel);
     void addNumberTools(XPanelGrid& panel);
     void addRadixTools(XPanelGrid& panel);
-    void addCombo(XComboBox* combo, int width);
+    void addCombo(XComboBox* combo, int width, void (tavix::*slot)(const QString&));
     void focusView();
     void showCurrentFormat();
     void showNumberFormat(const huge::XFormatRule& rule);

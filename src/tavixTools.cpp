@@ -1,6 +1,7 @@
 #include "tavix.h"
 
 #include "XBackgroundColor.h"
+#include "XCellTableModel.h"
 #include "XCellTableView.h"
 #include "XCommonToolButton.h"
 #include "XFontComboBox.h"
@@ -172,8 +173,8 @@ void tavix::addClipboardTools(XPanelGrid& panel)
 
 void tavix::addFormatTools(XPanelGrid& panel)
 {
-    panel.addTall(0, {"格式刷", "格式刷", "stylebrush"}, {});
-    panel.addTall(1, {"清除格式", "清格式", "clearStyle"}, {});
+    panel.addTall(0, {"格式刷", "格式刷", "stylebrush"}, [this] { startStyleBrush(); });
+    panel.addTall(1, {"清除格式", "清格式", "clearStyle"}, [this] { clearStyle(); });
     panel.addSmall(0, 2, {"复制格式( Ctrl + Shift + C )", "CopyStyle", "stylecopy"}, {});
     panel.addSmall(1, 2, {"粘贴格式( Ctrl + Shift + V )", "PasteStyle", "stylepaste"}, {});
 }
@@ -181,33 +182,37 @@ void tavix::addFormatTools(XPanelGrid& panel)
 void tavix::addFontTools(XPanelGrid& panel)
 {
     m_fontNameCombo = new XFontComboBox(m_baseToolFrame);
-    addCombo(m_fontNameCombo, 128);
+    addCombo(m_fontNameCombo, 128, &tavix::onSetFontName);
     panel.add(m_fontNameCombo, 0, 0, 1, 4);
     m_fontSizeCombo = new XComboBox(m_baseToolFrame);
     m_fontSizeCombo->addItems({"6", "8", "9", "10", "11", "12", "14", "16", "18", "20", "22", "24",
                                "26", "28", "36", "48", "72"});
-    addCombo(m_fontSizeCombo, 64);
+    addCombo(m_fontSizeCombo, 64, &tavix::onSetFontSize);
     panel.add(m_fontSizeCombo, 0, 4, 1, 2);
-    panel.addSmall(0, 6, {"增大字体", "增大字体", "expand"}, {});
-    panel.addSmall(0, 7, {"缩小字体", "缩小字体", "reduce"}, {});
-    m_boldButton = panel.addState(1, 0, {"粗体", "粗体", "Blod"}, {});
-    m_italicButton = panel.addState(1, 1, {"斜体", "斜体", "italic"}, {});
-    m_underlineButton = panel.addState(1, 2, {"下划线", "下划线", "underline"}, {});
+    panel.addSmall(0, 6, {"增大字体", "增大字体", "expand"}, [this] { stepFontSize(true); });
+    panel.addSmall(0, 7, {"缩小字体", "缩小字体", "reduce"}, [this] { stepFontSize(false); });
+    m_boldButton = panel.addState(1, 0, {"粗体", "粗体", "Blod"}, [this] { toggleBold(); });
+    m_italicButton = panel.addState(1, 1, {"斜体", "斜体", "italic"}, [this] { toggleItalic(); });
+    m_underlineButton =
+        panel.addState(1, 2, {"下划线", "下划线", "underline"}, [this] { toggleUnderline(); });
 
     auto* background = new XBackgroundColor("./icons/background.png", m_baseToolFrame);
     background->setColor(Qt::transparent);
     background->setToolTip("选择背景颜色");
     setPointSize(background, 11);
+    connect(background, &XToolColorButton::onColorSelected, this, &tavix::onSelectBackgroundColor);
     panel.add(background, 1, 3, 1, 2);
     auto* fore = new XSelectFontColor("./icons/setfont_color.png", m_baseToolFrame);
     fore->setToolTip("选择字体颜色(Select font color)");
+    connect(fore, &XToolColorButton::onColorSelected, this, &tavix::onSetFontColor);
     panel.add(fore, 1, 5, 1, 2);
 }
 
-void tavix::addCombo(XComboBox* combo, int width)
+void tavix::addCombo(XComboBox* combo, int width, void (tavix::*slot)(const QString&))
 {
     combo->setEditable(true);
     combo->setFixedSize(width, 24);
+    connect(combo, &QComboBox::textActivated, this, slot);
     // The choice is made: keys belong to the grid again.
     connect(combo, &QComboBox::textActivated, this, &tavix::focusView);
     connect(combo, &XComboBox::dismissed, this, &tavix::focusView);
@@ -230,6 +235,8 @@ void tavix::addBorderTools(XPanelGrid& panel)
     m_borderColorButton->setColor(Qt::black);
     m_borderColorButton->setToolTip("选择表格线颜色");
     setPointSize(m_borderColorButton, 11);
+    connect(m_borderColorButton, &XToolColorButton::onColorSelected, this,
+            &tavix::onSelectBorderColor);
     panel.add(m_borderColorButton, 0, 0, 2, 1);
     struct Border {
         XPanelGrid::Look look;
@@ -248,7 +255,8 @@ void tavix::addBorderTools(XPanelGrid& panel)
     for (int row = 0; row < 2; ++row) {
         int column = 1;
         for (const Border& border : borders[row])
-            panel.addSmall(row, column++, border.look, {});
+            panel.addSmall(row, column++, border.look,
+                           [this, mode = border.mode] { setBorder(mode); });
     }
 }
 
@@ -256,44 +264,59 @@ void tavix::addAlignmentTools(XPanelGrid& panel)
 {
     m_refButton = panel.addTall(0, {"标识出单元格之间的引用关系", "标识引用关系", "ref"}, {});
     m_refButton->setCheckable(true);
-    panel.addTall(1, {"自动换行", "自动换行", "multline"}, {});
+    panel.addTall(1, {"自动换行", "自动换行", "multline"}, [this] { toggleMultLine(); });
     panel.startGroup();
-    m_alignTopButton = panel.addState(0, 0, {"居上", "居上", "alignVTop"}, {});
-    m_alignLeftButton = panel.addState(1, 0, {"居左", "居左", "alignLeft"}, {});
-    m_alignVCenterButton = panel.addState(0, 1, {"纵向居中", "纵向居中", "alignVCenter"}, {});
-    m_alignHCenterButton = panel.addState(1, 1, {"横向居中", "横向居中", "alignCenter"}, {});
-    m_alignBottomButton = panel.addState(0, 2, {"居下", "居下", "alignVBottom"}, {});
-    m_alignRightButton = panel.addState(1, 2, {"居右", "居右", "alignRight"}, {});
+    m_alignTopButton =
+        panel.addState(0, 0, {"居上", "居上", "alignVTop"}, [this] { setAlignment(true, 0); });
+    m_alignLeftButton =
+        panel.addState(1, 0, {"居左", "居左", "alignLeft"}, [this] { setAlignment(false, 0); });
+    m_alignVCenterButton = panel.addState(0, 1, {"纵向居中", "纵向居中", "alignVCenter"},
+                                          [this] { setAlignment(true, 1); });
+    m_alignHCenterButton = panel.addState(1, 1, {"横向居中", "横向居中", "alignCenter"},
+                                          [this] { setAlignment(false, 1); });
+    m_alignBottomButton =
+        panel.addState(0, 2, {"居下", "居下", "alignVBottom"}, [this] { setAlignment(true, 2); });
+    m_alignRightButton =
+        panel.addState(1, 2, {"居右", "居右", "alignRight"}, [this] { setAlignment(false, 2); });
 }
 
 void tavix::addNumberTools(XPanelGrid& panel)
 {
-    m_commaButton = panel.addState(0, 0, {"逗号分隔符", "逗号分隔符", "numbersperate"}, {});
-    m_quoteButton = panel.addState(0, 1, {"单引号分隔符", "单引号分隔符", "numbersperate2"}, {});
-    panel.addSmall(0, 2, {"增加分隔符宽度", "增加分隔符宽度", "numbersperate_add"}, {});
-    panel.addSmall(0, 3, {"减小分隔符宽度", "减小分隔符宽度", "numbersperate_dec"}, {});
-    panel.addSmall(0, 4, {"增加小数位", "增加小数位", "dec2"}, {});
-    panel.addSmall(0, 5, {"减小小数位", "减小小数位", "dec1"}, {});
+    m_commaButton = panel.addState(0, 0, {"逗号分隔符", "逗号分隔符", "numbersperate"},
+                                   [this] { toggleBreakChar(','); });
+    m_quoteButton = panel.addState(0, 1, {"单引号分隔符", "单引号分隔符", "numbersperate2"},
+                                   [this] { toggleBreakChar('\''); });
+    panel.addSmall(0, 2, {"增加分隔符宽度", "增加分隔符宽度", "numbersperate_add"},
+                   [this] { stepBreakSize(1); });
+    panel.addSmall(0, 3, {"减小分隔符宽度", "减小分隔符宽度", "numbersperate_dec"},
+                   [this] { stepBreakSize(-1); });
+    panel.addSmall(0, 4, {"增加小数位", "增加小数位", "dec2"}, [this] { stepMantissa(1); });
+    panel.addSmall(0, 5, {"减小小数位", "减小小数位", "dec1"}, [this] { stepMantissa(-1); });
     m_mantissaCombo = new XComboBox(m_baseToolFrame);
     m_mantissaCombo->addItems({"-1", "0", "1", "2", "3", "4", "6", "8", "12", "16", "24", "32",
                                "64", "128", "258", "512", "1025"});
-    addCombo(m_mantissaCombo, 56);
+    addCombo(m_mantissaCombo, 56, &tavix::onSetMantissaSize);
     m_mantissaCombo->setToolTip("小数位");
     panel.add(m_mantissaCombo, 0, 6, 1, 2);
 }
 
 void tavix::addRadixTools(XPanelGrid& panel)
 {
-    m_percentButton = panel.addState(1, 0, {"显示百分号", "显示百分号", "percent"}, {});
-    m_modButton = panel.addState(1, 1, {"显示模数", "显示模数", "mod2"}, {});
-    m_radix10Button =
-        panel.addState(1, 2, {"10进制，或默认进制", "10进制，或默认进制", "radix10"}, {});
-    m_signButton = panel.addState(1, 3, {"显示或不显示符号位", "显示符号位", "sign"}, {});
-    m_radix2Button = panel.addState(1, 4, {"二进制", "二进制", "radix2"}, {});
-    m_radix8Button = panel.addState(1, 5, {"八进制", "八进制", "radix8"}, {});
-    m_radix16Button = panel.addState(1, 6, {"16进制", "16进制", "radix16"}, {});
-    m_radix58Button = panel.addState(1, 7, {"base58编码", "base58编码", "radix58"}, {});
-    m_radix64Button = panel.addState(1, 8, {"base64编码", "base64编码", "radix64"}, {});
+    m_percentButton =
+        panel.addState(1, 0, {"显示百分号", "显示百分号", "percent"}, [this] { togglePercent(); });
+    m_modButton = panel.addState(1, 1, {"显示模数", "显示模数", "mod2"}, [this] { toggleMod(); });
+    m_radix10Button = panel.addState(1, 2, {"10进制，或默认进制", "10进制，或默认进制", "radix10"},
+                                     [this] { setRadix(10); });
+    m_signButton = panel.addState(1, 3, {"显示或不显示符号位", "显示符号位", "sign"},
+                                  [this] { toggleSign(); });
+    m_radix2Button = panel.addState(1, 4, {"二进制", "二进制", "radix2"}, [this] { setRadix(2); });
+    m_radix8Button = panel.addState(1, 5, {"八进制", "八进制", "radix8"}, [this] { setRadix(8); });
+    m_radix16Button =
+        panel.addState(1, 6, {"16进制", "16进制", "radix16"}, [this] { setRadix(16); });
+    m_radix58Button =
+        panel.addState(1, 7, {"base58编码", "base58编码", "radix58"}, [this] { setRadix(58); });
+    m_radix64Button =
+        panel.addState(1, 8, {"base64编码", "base64编码", "radix64"}, [this] { setRadix(64); });
 }
 
 QColor tavix::borderColor() const
@@ -303,7 +326,10 @@ QColor tavix::borderColor() const
 
 void tavix::showCurrentFormat()
 {
-    showCellFormat(nullptr);
+    if (const XTablePage* page = currentPage()) {
+        const QModelIndex current = page->view()->currentIndex();
+        showCellFormat(page->model()->cellExtend(current.row(), current.column()));
+    }
 }
 
 void tavix::showCellFormat(const XTavixCellExtend* extend)

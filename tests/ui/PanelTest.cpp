@@ -160,6 +160,104 @@ TEST_F(Panel, FollowsAFormat)
     EXPECT_EQ(states(radixButtons), "--+---");
 }
 
+TEST_F(Panel, EachButtonActsOnTheSelectedCell)
+{
+    using Record = XTavixCellExtend;
+    struct Case {
+        const char* toolTip;
+        bool (*changed)(const Record& record);
+    };
+    const Case cases[] = {
+        {"粗体", [](const Record& r) { return r.bold; }},
+        {"斜体", [](const Record& r) { return r.italic; }},
+        {"下划线", [](const Record& r) { return r.underLine; }},
+        {"自动换行", [](const Record& r) { return r.multLine; }},
+        {"增大字体", [](const Record& r) { return r.fontSize > 10; }},
+        {"缩小字体", [](const Record& r) { return r.fontSize < 10; }},
+        {"居上", [](const Record& r) { return r.valign == Record::AlignStart; }},
+        {"居下", [](const Record& r) { return r.valign == Record::AlignEnd; }},
+        {"横向居中", [](const Record& r) { return r.align == Record::AlignCenter; }},
+        {"居右", [](const Record& r) { return r.align == Record::AlignEnd; }},
+        {"逗号分隔符", [](const Record& r) { return r.formatRule.breakchar == ','; }},
+        {"单引号分隔符", [](const Record& r) { return r.formatRule.breakchar == '\''; }},
+        {"增加分隔符宽度", [](const Record& r) { return r.formatRule.breaksize == 1; }},
+        {"减小分隔符宽度", [](const Record& r) { return r.formatRule.breaksize == 127; }},
+        {"增加小数位", [](const Record& r) { return r.formatRule.mantissa == 0; }},
+        {"显示百分号", [](const Record& r) { return r.formatRule.percent == 1; }},
+        {"显示模数", [](const Record& r) { return r.formatRule.mod == 1; }},
+        {"显示或不显示符号位", [](const Record& r) { return r.formatRule.sign == 1; }},
+        {"二进制", [](const Record& r) { return r.formatRule.radix == 2; }},
+        {"八进制", [](const Record& r) { return r.formatRule.radix == 8; }},
+        {"16进制", [](const Record& r) { return r.formatRule.radix == 16; }},
+        {"base58编码", [](const Record& r) { return r.formatRule.radix == 58; }},
+        {"base64编码", [](const Record& r) { return r.formatRule.radix == 64; }},
+        {"粗框", [](const Record& r) { return r.borderTopStyle == Record::ThickBorder; }},
+        {"粗框+细内线", [](const Record& r) { return r.borderLeftStyle == Record::ThickBorder; }},
+        {"细框", [](const Record& r) { return r.borderBottomStyle == Record::ThinBorder; }},
+        {"细框+细内线", [](const Record& r) { return r.borderRightStyle == Record::ThinBorder; }},
+        {"左边线", [](const Record& r) { return r.borderLeftStyle == Record::ThinBorder; }},
+        {"上边线", [](const Record& r) { return r.borderTopStyle == Record::ThinBorder; }},
+        {"右边线", [](const Record& r) { return r.borderRightStyle == Record::ThinBorder; }},
+        {"下边线", [](const Record& r) { return r.borderBottomStyle == Record::ThinBorder; }},
+    };
+    goTo(2, 1);
+    const auto record = [this] {
+        const huge::XCell* cell = page().table().cellAt(2, 1);
+        return cell ? static_cast<const Record*>(cell->extend()) : nullptr;
+    };
+    for (const Case& row : cases) {
+        QTest::mouseClick(button(row.toolTip), Qt::LeftButton);
+        ASSERT_NE(record(), nullptr) << row.toolTip;
+        EXPECT_TRUE(row.changed(*record())) << row.toolTip;
+        QTest::mouseClick(window->undoButton(), Qt::LeftButton);
+        EXPECT_FALSE(record() && row.changed(*record())) << row.toolTip;
+    }
+    EXPECT_TRUE(view()->hasFocus());
+}
+
+TEST_F(Panel, AButtonShowsTheCellAndNotTheClick)
+{
+    goTo(0, 0);
+    QTest::mouseClick(button("居左"), Qt::LeftButton); // it is so already
+    QTest::mouseClick(button("粗体"), Qt::LeftButton);
+    QApplication::processEvents();
+    EXPECT_EQ(states(alignButtons), "-+-+--");
+    EXPECT_EQ(states(fontButtons), "+--");
+    view()->selectionModel()->clear();
+    QTest::mouseClick(button("斜体"), Qt::LeftButton); // on no cell at all
+    QApplication::processEvents();
+    EXPECT_FALSE(button("斜体")->isChecked());
+}
+
+TEST_F(Panel, BoxesAndColorButtonsActOnTheSelectedCell)
+{
+    goTo(0, 0);
+    const auto type = [this](int index, const char* text) {
+        combo(index)->setFocus();
+        combo(index)->lineEdit()->selectAll();
+        QTest::keyClicks(combo(index), text);
+        QTest::keyClick(combo(index), Qt::Key_Return);
+    };
+    type(0, "DejaVu Serif");
+    type(1, "13");
+    type(2, "3");
+    for (XToolColorButton* each : frame()->findChildren<XToolColorButton*>()) {
+        each->setColor(QColor(1, 2, 3));
+        QTest::mouseClick(each, Qt::LeftButton, {}, each->iconRect().center());
+    }
+    const auto* record =
+        static_cast<const XTavixCellExtend*>(page().table().cellAt(0, 0)->extend());
+    EXPECT_EQ(record->fontName, "DejaVu Serif");
+    EXPECT_EQ(record->fontSize, 13);
+    EXPECT_EQ(record->formatRule.mantissa, 3);
+    EXPECT_EQ(record->fore, qRgb(1, 2, 3));
+    EXPECT_EQ(record->background, qRgb(1, 2, 3));
+    EXPECT_EQ(combo(0)->currentText(), "DejaVu Serif");
+    goTo(1, 0);
+    QApplication::processEvents();
+    EXPECT_EQ(combo(1)->currentText(), "10");
+}
+
 TEST_F(Panel, ABoxReportsEveryTextOnceAndKeepsItsList)
 {
     XComboBox* sizes = combo(1);
