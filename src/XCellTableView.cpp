@@ -14,6 +14,9 @@
 #include <QItemSelection>
 #include <QKeyEvent>
 
+#include <algorithm>
+#include <iterator>
+
 using xstd::XUndoableActionType;
 
 namespace {
@@ -65,6 +68,7 @@ XCellTableView::XCellTableView(QWidget* parent) : QTableView(parent)
     verticalHeader()->setObjectName("verticalHeader");
     verticalHeader()->setDefaultAlignment(Qt::AlignCenter);
     initHeaders();
+    initMenu();
     setItemDelegate(new XCellTableViewItemDelegate(this));
 }
 
@@ -79,6 +83,8 @@ void XCellTableView::setTableModel(XCellTableModel* model)
 void XCellTableView::setUndo(xstd::XUndoableActions* undo)
 {
     m_undo = undo;
+    m_undo->addObserver([this](xstd::XUndoableActions*, const xstd::XUndoableAction* action,
+                               XUndoableActionType type) { forgetChangedCut(action, type); });
     m_model->setUndo(undo);
 }
 
@@ -153,15 +159,44 @@ void XCellTableView::showAfter(huge::XCellAction& action, XUndoableActionType ty
 
 void XCellTableView::keyPressEvent(QKeyEvent* event)
 {
-    const bool control = event->modifiers() & Qt::ControlModifier;
-    if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_Z)
-        undo();
-    else if (event->modifiers() == Qt::ControlModifier && event->key() == Qt::Key_Y)
-        redo();
-    else if (!control && beginsText(event->key()))
+    if (runKey(*event))
+        return;
+    if (!(event->modifiers() & Qt::ControlModifier) && beginsText(event->key()))
         editInPane(QChar(event->key()));
     else
         QTableView::keyPressEvent(event);
+}
+
+bool XCellTableView::runKey(const QKeyEvent& event)
+{
+    constexpr int control = Qt::ControlModifier;
+    constexpr int shift = Qt::ShiftModifier;
+    struct Command {
+        int key;
+        std::function<void()> run;
+    };
+    const Command commands[] = {
+        {control | Qt::Key_C, [this] { copyToClipboard(); }},
+        {control | Qt::Key_V, [this] { paste(huge::XCellImageMode::Everything); }},
+        {control | Qt::Key_X, [this] { cutSelection(); }},
+        {control | Qt::Key_Z, [this] { undo(); }},
+        {control | Qt::Key_Y, [this] { redo(); }},
+        {control | Qt::Key_R, [this] { recalcSelection(); }},
+        {control | Qt::Key_B, [] { theMainWindow->toggleBold(); }},
+        {control | Qt::Key_I, [] { theMainWindow->toggleItalic(); }},
+        {control | Qt::Key_U, [] { theMainWindow->toggleUnderline(); }},
+        {control | shift | Qt::Key_C, [this] { copyStyle(selectedRects()); }},
+        {control | shift | Qt::Key_V, [this] { pasteStyle(selectedRects()); }},
+        {Qt::Key_Delete, [this] { delSelectData(); }},
+        {Qt::Key_Escape, [this] { clearDragState(); }},
+    };
+    const int pressed = static_cast<int>(event.modifiers() & ~Qt::KeypadModifier) | event.key();
+    const auto command = std::find_if(std::begin(commands), std::end(commands),
+                                      [&](const Command& c) { return c.key == pressed; });
+    if (command == std::end(commands))
+        return false;
+    command->run();
+    return true;
 }
 
 void XCellTableView::editInPane(const QString& text)

@@ -2,6 +2,8 @@
 
 #include "XCellPaintState.h"
 #include "XCellPointer.h"
+#include "cell/XCellActionSetDatas.h"
+#include "cell/XCellActionSetTexts.h"
 #include "cell/XCellRangeRef.h"
 #include "common/XMergedRects.h"
 #include "common/XOptions.h"
@@ -13,8 +15,10 @@
 #include <memory>
 #include <vector>
 
+class QMenu;
 class XCellEditor;
 class XCellTableModel;
+class XCommonAction;
 class XTracingAction;
 namespace huge {
 class XCell;
@@ -45,6 +49,47 @@ public:
     xstd::XMergedRects selectedRects() const;
     /// Selects the rectangles. With `clear` the current cell is dropped first.
     void select(const xstd::XMergedRects& rects, bool clear);
+
+    // Commands (XCellTableViewCommands.cpp, XCellTableViewClipboard.cpp). Each works on the
+    // selection. Those on the structure want one range, and show a box otherwise; what the action
+    // of a structure command, a deletion or a pasted cut raises is printed in the message pane,
+    // anything else goes to the caller, after the repaint.
+
+    void insertRow();
+    void insertCol();
+    void insertRowRect();
+    void insertColRect();
+    void removeRow();
+    void removeCol();
+    void removeRowRect();
+    void removeColRect();
+    void transposeRect();
+    /// Empties the cells; nothing, and no step to undo, where there is nothing.
+    void delSelectData();
+    /// Runs the selected cells and all that depends on them. This is no step to undo.
+    void recalcSelection();
+
+    /// Marks the cells for the next paste, which moves them. Nothing changes until then.
+    void cutSelection();
+    /// The cells in the form of a page and as text.
+    void copyToClipboard();
+    /// Moves what was cut, whatever the mode. Otherwise the clipboard's cells, or its text where
+    /// that is all it has and the mode takes values.
+    void paste(huge::XCellImageMode mode);
+    void pasteCutRects();
+    void setCellTexts(const xstd::XMergedRects& rects, huge::XCellActionSetTexts::Texts texts);
+    void setCellDatas(const xstd::XMergedRects& rects, huge::XCellActionSetDatas::Datas datas,
+                      huge::XCellImageMode mode, const xstd::XMergedRects& dataRects);
+
+    /// Keeps the formats of the cells for pasteStyle.
+    void copyStyle(const xstd::XMergedRects& rects);
+    /// Nothing before copyStyle. Raises what XActionPasteStyle raises, as clearStyle does.
+    void pasteStyle(const xstd::XMergedRects& rects);
+    void clearStyle(const xstd::XMergedRects& rects);
+
+    /// The cell at the top left of the first range; null without one.
+    huge::XCell* firstSelectedCell() const;
+    QMenu* tableMenu() const { return m_tableMenu; }
 
     /// Puts a text into a cell. What the action raises goes to the caller, after the repaint.
     void setCellText(int row, int col, const xstd::XString& text, bool replaceScript);
@@ -107,7 +152,6 @@ private:
     void setDragTo(const xstd::XRect& rect);
     void resetPointer();
     bool hasDragTarget() const;
-    void runDrag(const std::function<std::unique_ptr<huge::XCellAction>()>& makeAction);
     bool startDrag(const QPoint& pos);
     bool startReference(const QPoint& pos);
     void dragOver(const QPoint& pos);
@@ -138,11 +182,38 @@ protected:
     void selectionChanged(const QItemSelection& selected,
                           const QItemSelection& deselected) override;
 
+private slots:
+    void aboutTableMenuToShow();
+
 private:
+    using ActionMaker = std::function<std::unique_ptr<huge::XCellAction>()>;
+
+    void initMenu();
+    void initStructureMenus();
+    XCommonAction* addEntry(QMenu* menu, const char* text, const char* icon,
+                            std::function<void()> command);
+    template <class Tool>
+    void startTool();
+    void runAction(const ActionMaker& makeAction);
+    void runCommand(const ActionMaker& makeAction);
+    void runOnRect(const char* refusal,
+                   const std::function<std::unique_ptr<huge::XCellAction>(const xstd::XRect& rect)>&
+                       makeAction);
+    void pasteFromClipboard(huge::XCellImageMode mode);
+    bool pasteImage(const xstd::XMergedRects& target, const QByteArray& image,
+                    huge::XCellImageMode mode);
+    void pasteText(xstd::XMergedRects target, const QString& clipboardText);
+    void forgetChangedCut(const xstd::XUndoableAction* done, xstd::XUndoableActionType type);
+    bool runKey(const QKeyEvent& event);
     void undoOrRedo(xstd::XUndoableActionType type);
     void showAfter(huge::XCellAction& action, xstd::XUndoableActionType type);
     void editInPane(const QString& text);
 
+    xstd::XMergedRects m_styleRects; // of the last copyStyle
+    huge::XSavedExtends m_styles;
+    QMenu* m_tableMenu = nullptr;
+    XCommonAction* m_pasteTextEntry = nullptr;
+    XCommonAction* m_pasteScriptEntry = nullptr;
     XCellPaintState m_paintState;
     XCellTableModel* m_model = nullptr;
     xstd::XUndoableActions* m_undo = nullptr;

@@ -9,6 +9,7 @@
 
 #include <QGuiApplication>
 #include <QHeaderView>
+#include <QMenu>
 #include <QMouseEvent>
 #include <QScopedValueRollback>
 #include <QScrollBar>
@@ -249,6 +250,8 @@ void XCellTableView::mouseReleaseEvent(QMouseEvent* event)
     if (event->button() == Qt::RightButton) {
         if (isDragging)
             clearDragState();
+        else
+            m_tableMenu->popup(event->globalPos());
         return;
     }
     if (m_pointer.mode == XCellPointer::Reference) {
@@ -288,7 +291,7 @@ void XCellTableView::copySelectData(xstd::XOptions options)
         return;
     const XRect from = m_pointer.dragFrom;
     const XRect to = m_paintState.dragTo;
-    runDrag([&] {
+    runCommand([&] {
         return std::make_unique<huge::XCellActionCopyRect>(m_model->table(), from, to, options);
     });
     select(xstd::XMergedRects({from, to}).boundRect(), false);
@@ -300,28 +303,12 @@ void XCellTableView::moveSelectData(xstd::XOptions options)
         return;
     const XRect from = m_pointer.dragFrom;
     const XRect to = m_paintState.dragTo;
-    runDrag([&] {
+    runCommand([&] {
         return std::make_unique<huge::XCellActionMoveRect>(
             m_model->table(), from, to.top - from.top, to.left - from.left, options);
     });
     // A move that was refused may have gone beyond the grid.
     select(to.intersect(gridRect()), false);
-}
-
-void XCellTableView::runDrag(const std::function<std::unique_ptr<huge::XCellAction>()>& makeAction)
-{
-    try {
-        std::unique_ptr<huge::XCellAction> action = makeAction();
-        const QModelIndex current = currentIndex();
-        if (current.isValid())
-            action->setFocusRect(
-                XRect(current.row(), current.column(), current.row(), current.column()));
-        m_model->perform(std::move(action));
-    } catch (const xstd::XExceptionItems& failure) {
-        theMainWindow->printError(errorHtml(failure));
-    } catch (const std::exception& failure) {
-        theMainWindow->printError(errorHtml(failure, X_HERE, "action"));
-    }
 }
 
 void XCellTableView::clearDragState()
