@@ -81,10 +81,17 @@ QString XTablePage::rangeText(bool lastOnly) const
     return names.join(",");
 }
 
+const XTavixCellExtend* XTablePage::currentCellExtend() const
+{
+    const QModelIndex current = m_view->currentIndex();
+    return m_model->cellExtend(current.row(), current.column());
+}
+
 void XTablePage::currentChanged(const QModelIndex& current, const QModelIndex&)
 {
     showCell(current);
     showValue(current);
+    showFormat();
 }
 
 void XTablePage::selectionChanged(const QItemSelection&, const QItemSelection&)
@@ -106,6 +113,7 @@ void XTablePage::dataChanged(const QModelIndex& topLeft, const QModelIndex& bott
 void XTablePage::onUndoChange()
 {
     refreshTabColor();
+    showFormat();
     const QModelIndex current = m_view->currentIndex();
     if (!current.isValid())
         return;
@@ -128,4 +136,10 @@ void XTablePage::showValue(const QModelIndex& index)
     QTextCursor cursor = m_valueView->textCursor();
     insertPlain(cursor, text);
     m_valueView->moveCursor(QTextCursor::Start);
+}
+
+void XTablePage::showFormat()
+{
+    if (m_owner->currentPage() == this) // else the panel shows another page
+        m_owner->onPageBarChanged(m_owner->currentTabIndex());
 }

@@ -37,6 +37,8 @@ public:
     /// The selection as text: each range as "A1" or "A1:B2", joined by ","; only the last range
     /// with `lastOnly`. Empty without a selection.
     QString rangeText(bool lastOnly) const;
+    /// The format record of the current cell; null when it has none.
+    const XTavixCellExtend* currentCellExtend() const;
 
     QWidget* tab() const { return m_tab; }
     XCellTableView* view() const { return m_view; }
@@ -62,6 +64,7 @@ private:
     void onUndoChange();
     void showCell(const QModelIndex& index);
     void showValue(const QModelIndex& index);
+    void showFormat();
 
     tavix* m_owner;
     QString m_pageName;

@@ -115,6 +115,10 @@ public:
     /// Brings the panel in line with a cell's format; with null that is the format of new cells.
     void showCellFormat(const XTavixCellExtend* extend);
 
+public slots:
+    /// Shows the state of the page that came to the front.
+    void onPageBarChanged(int _tab_index);
+
 private:
     QWidget* buildPanels(QWidget* parent);
     void initToolBar();
@@ -130,6 +134,7 @@ private:
     void addRadixTools(XPanelGrid& panel);
     void addCombo(XComboBox* combo, int width, void (tavix::*slot)(const QString&));
     void focusView();
+    void showRefs(bool on);
     void showCurrentFormat();
     void showNumberFormat(const huge::XFormatRule& rule);
 

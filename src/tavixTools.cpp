@@ -1,7 +1,6 @@
 #include "tavix.h"
 
 #include "XBackgroundColor.h"
-#include "XCellTableModel.h"
 #include "XCellTableView.h"
 #include "XCommonToolButton.h"
 #include "XFontComboBox.h"
@@ -17,6 +16,7 @@
 #include <QGridLayout>
 #include <QLineEdit>
 #include <QStackedWidget>
+#include <QTabWidget>
 #include <QToolBar>
 #include <QUrl>
 
@@ -153,6 +153,7 @@ void tavix::initBaseTools()
     addNumberTools(panel);
     addRadixTools(panel);
     panel.finish();
+    connect(m_tabWidget, &QTabWidget::currentChanged, this, &tavix::onPageBarChanged);
     for (XCommonToolButton* button : m_baseToolFrame->findChildren<XCommonToolButton*>()) {
         // A click turns the button, whatever becomes of the command: what counts is the cell.
         if (button->isCheckable())
@@ -163,20 +164,34 @@ void tavix::initBaseTools()
 
 void tavix::addClipboardTools(XPanelGrid& panel)
 {
-    panel.addTall(0, {"粘贴( ctrl+v )", "Paste", "paste"}, {});
-    panel.addSmall(0, 1, {"只粘贴数值", "数值", "pasteText"}, {});
-    panel.addSmall(0, 2, {"只粘贴公式", "公式", "pasteScript"}, {});
-    panel.addWide(1, 1, {"只粘贴格式", "格式", "pasteStyle"}, {});
-    panel.addSmall(0, 3, {"剪切( Ctrl + X )", "cut", "cut"}, {});
-    panel.addSmall(1, 3, {"复制( Ctrl + C )", "copy", "copy"}, {});
+    panel.addTall(0, {"粘贴( ctrl+v )", "Paste", "paste"}, onView(this, [](XCellTableView& view) {
+                      view.paste(huge::XCellImageMode::Everything);
+                  }));
+    panel.addSmall(
+        0, 1, {"只粘贴数值", "数值", "pasteText"},
+        onView(this, [](XCellTableView& view) { view.paste(huge::XCellImageMode::Values); }));
+    panel.addSmall(
+        0, 2, {"只粘贴公式", "公式", "pasteScript"},
+        onView(this, [](XCellTableView& view) { view.paste(huge::XCellImageMode::Scripts); }));
+    panel.addWide(
+        1, 1, {"只粘贴格式", "格式", "pasteStyle"},
+        onView(this, [](XCellTableView& view) { view.paste(huge::XCellImageMode::Formats); }));
+    panel.addSmall(0, 3, {"剪切( Ctrl + X )", "cut", "cut"},
+                   onView(this, [](XCellTableView& view) { view.cutSelection(); }));
+    panel.addSmall(1, 3, {"复制( Ctrl + C )", "copy", "copy"},
+                   onView(this, [](XCellTableView& view) { view.copyToClipboard(); }));
 }
 
 void tavix::addFormatTools(XPanelGrid& panel)
 {
     panel.addTall(0, {"格式刷", "格式刷", "stylebrush"}, [this] { startStyleBrush(); });
     panel.addTall(1, {"清除格式", "清格式", "clearStyle"}, [this] { clearStyle(); });
-    panel.addSmall(0, 2, {"复制格式( Ctrl + Shift + C )", "CopyStyle", "stylecopy"}, {});
-    panel.addSmall(1, 2, {"粘贴格式( Ctrl + Shift + V )", "PasteStyle", "stylepaste"}, {});
+    panel.addSmall(
+        0, 2, {"复制格式( Ctrl + Shift + C )", "CopyStyle", "stylecopy"},
+        onView(this, [](XCellTableView& view) { view.copyStyle(view.selectedRects()); }));
+    panel.addSmall(
+        1, 2, {"粘贴格式( Ctrl + Shift + V )", "PasteStyle", "stylepaste"},
+        onView(this, [](XCellTableView& view) { view.pasteStyle(view.selectedRects()); }));
 }
 
 void tavix::addFontTools(XPanelGrid& panel)
@@ -262,7 +277,8 @@ void tavix::addBorderTools(XPanelGrid& panel)
 
 void tavix::addAlignmentTools(XPanelGrid& panel)
 {
-    m_refButton = panel.addTall(0, {"标识出单元格之间的引用关系", "标识引用关系", "ref"}, {});
+    m_refButton = panel.addTall(0, {"标识出单元格之间的引用关系", "标识引用关系", "ref"},
+                                [this] { showRefs(m_refButton->isChecked()); });
     m_refButton->setCheckable(true);
     panel.addTall(1, {"自动换行", "自动换行", "multline"}, [this] { toggleMultLine(); });
     panel.startGroup();
@@ -324,12 +340,28 @@ QColor tavix::borderColor() const
     return m_borderColorButton->color();
 }
 
+void tavix::showRefs(bool on)
+{
+    if (XCellTableView* view = currentView()) {
+        XCellPaintState state = view->paintState();
+        state.showRefs = on;
+        view->setPaintState(state);
+    }
+}
+
+void tavix::onPageBarChanged(int)
+{
+    if (XTablePage* page = currentPage()) {
+        m_undoButton->setEnabled(page->undo().canUndo());
+        m_redoButton->setEnabled(page->undo().canRedo());
+        showCellFormat(page->currentCellExtend());
+    }
+}
+
 void tavix::showCurrentFormat()
 {
-    if (const XTablePage* page = currentPage()) {
-        const QModelIndex current = page->view()->currentIndex();
-        showCellFormat(page->model()->cellExtend(current.row(), current.column()));
-    }
+    if (const XTablePage* page = currentPage())
+        showCellFormat(page->currentCellExtend());
 }
 
 void tavix::showCellFormat(const XTavixCellExtend* extend)

@@ -14,6 +14,7 @@
 #include <QScrollBar>
 #include <QSignalSpy>
 #include <QStackedWidget>
+#include <QTabWidget>
 #include <QWheelEvent>
 
 #include <algorithm>
@@ -227,6 +228,30 @@ TEST_F(Panel, AButtonShowsTheCellAndNotTheClick)
     QTest::mouseClick(button("斜体"), Qt::LeftButton); // on no cell at all
     QApplication::processEvents();
     EXPECT_FALSE(button("斜体")->isChecked());
+}
+
+TEST_F(Panel, FollowsTheCurrentCellThePageAndItsHistory)
+{
+    EXPECT_EQ(combo(1)->currentText(), "10");
+    EXPECT_FALSE(window->undoButton()->isEnabled());
+    goTo(0, 0);
+    QTest::mouseClick(button("粗体"), Qt::LeftButton);
+    EXPECT_EQ(states(fontButtons), "+--");
+    EXPECT_TRUE(window->undoButton()->isEnabled());
+    goTo(1, 0);
+    EXPECT_EQ(states(fontButtons), "---");
+    goTo(0, 0);
+    EXPECT_EQ(states(fontButtons), "+--");
+    window->addPage(1, "other");
+    window->tabWidget()->setCurrentIndex(1);
+    EXPECT_EQ(states(fontButtons), "---");
+    EXPECT_FALSE(window->undoButton()->isEnabled());
+    window->tabWidget()->setCurrentIndex(0);
+    EXPECT_EQ(states(fontButtons), "+--");
+    QTest::mouseClick(window->undoButton(), Qt::LeftButton);
+    EXPECT_EQ(states(fontButtons), "---");
+    EXPECT_FALSE(window->undoButton()->isEnabled());
+    EXPECT_TRUE(window->redoButton()->isEnabled());
 }
 
 TEST_F(Panel, BoxesAndColorButtonsActOnTheSelectedCell)
