@@ -224,7 +224,7 @@ void XCellTableView::dataChanged(const QModelIndex& topLeft, const QModelIndex& 
 {
     QTableView::dataChanged(topLeft, bottomRight, roles);
     // The current cell may read other cells from now on.
-    if (m_paintState.showRefs && QItemSelectionRange(topLeft, bottomRight).contains(currentIndex()))
+    if (QItemSelectionRange(topLeft, bottomRight).contains(currentIndex()))
         updateRefMarks(currentIndex());
 }
 
