@@ -224,7 +224,11 @@ void XCellTableView::timerEvent(QTimerEvent* event)
         dragOver(pos);
         return;
     }
-    QMouseEvent move(QEvent::MouseMove, pos, viewport()->mapToGlobal(pos), Qt::NoButton,
+    // The last cell that is seen: the cell under the pointer may lie far behind the edge.
+    const QRect seen = viewport()->rect();
+    const QPoint inside(std::clamp(pos.x(), seen.left(), seen.right()),
+                        std::clamp(pos.y(), seen.top(), seen.bottom()));
+    QMouseEvent move(QEvent::MouseMove, inside, viewport()->mapToGlobal(inside), Qt::NoButton,
                      Qt::LeftButton, QGuiApplication::keyboardModifiers());
     QTableView::mouseMoveEvent(&move);
 }
