@@ -152,7 +152,7 @@ private:
     void setDragTo(const xstd::XRect& rect);
     void resetPointer();
     bool hasDragTarget() const;
-    bool startDrag(const QPoint& pos);
+    bool beginDrag(const QPoint& pos);
     bool startReference(const QPoint& pos);
     void dragOver(const QPoint& pos);
     void dragMove(const xstd::XPoint& cell);

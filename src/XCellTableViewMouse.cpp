@@ -138,13 +138,13 @@ void XCellTableView::mousePressEvent(QMouseEvent* event)
         setFocusPolicy(Qt::ClickFocus);
         setFocus();
         leaveReferenceMode(true);
-    } else if (!m_tool && startDrag(event->pos())) {
+    } else if (!m_tool && beginDrag(event->pos())) {
         return;
     }
     QTableView::mousePressEvent(event);
 }
 
-bool XCellTableView::startDrag(const QPoint& pos)
+bool XCellTableView::beginDrag(const QPoint& pos)
 {
     const xstd::XMergedRects selected = selectedRects();
     if (selected.size() != 1)
