@@ -243,6 +243,22 @@ void XCell::findReferences_(XCellTable& table)
     }
 }
 
+void XCell::storeText_(XCellTable& table, const xstd::XString& text, const xstd::XString& shown)
+{
+    assert(!isListed());
+    clear_();
+    if (text.empty())
+        return;
+    m_text = std::make_unique<xstd::XString>(text);
+    try {
+        findReferences_(table);
+    } catch (const xstd::XExceptionItems&) {
+        return; // the cell shows that
+    }
+    if (!shown.empty())
+        setValue(HugeVariant::make<XCellVarError>(cellStoredText, shown));
+}
+
 void XCell::calc_()
 {
     if (m_hold != XCellHold::None || (!m_script && !m_text)) {

@@ -30,10 +30,11 @@ enum class XCellHold : uint8_t {
 
 /// What is taken over from the image of a cell; the state always is.
 enum class XCellImageMode : int32_t {
-    Values = 1,    ///< the text of the value, as the cell's text
-    Scripts = 2,   ///< the text
-    Formats = 3,   ///< the format record
-    Everything = 4 ///< text and format record
+    Values = 1,     ///< the text of the value, as the cell's text
+    Scripts = 2,    ///< the text
+    Formats = 3,    ///< the format record
+    Everything = 4, ///< text and format record
+    Stored = 5      ///< the same, with the value's text in place of a value: nothing is run
 };
 
 /// A shared script that got another source text, and the text that it had. Null without one.
@@ -137,6 +138,10 @@ public:
     /// be linked, and runs nothing. The value stays. Raises what the compiler raises, which becomes
     /// the value.
     void findReferences_(XCellTable& table);
+    /// Replaces the content by a text that is not run, and shows the text of the value that it
+    /// gave when it was stored. What calculates with that fails: it is no value. The cell must be
+    /// unlinked; a text that does not compile shows its failure.
+    void storeText_(XCellTable& table, const xstd::XString& text, const xstd::XString& shown);
     /// Runs the cell. A failure becomes its value and is not raised, so that a pass goes on; only
     /// a stop is raised, after it has become the value.
     void calc_();

@@ -137,7 +137,8 @@ void XCell::takeImage(XCellTable& table, const Image& image, const xstd::XString
                       XCellImageMode mode, const XCellExtend* prototype)
 {
     m_state = image.state;
-    const bool withFormat = mode == XCellImageMode::Formats || mode == XCellImageMode::Everything;
+    const bool withFormat = mode == XCellImageMode::Formats || mode == XCellImageMode::Everything ||
+                            mode == XCellImageMode::Stored;
     std::exception_ptr formatFailure; // a damaged format must not cost the text
     try {
         if (withFormat && !image.format.atEnd())
@@ -145,7 +146,9 @@ void XCell::takeImage(XCellTable& table, const Image& image, const xstd::XString
     } catch (const std::exception&) {
         formatFailure = std::current_exception();
     }
-    if (mode != XCellImageMode::Formats)
+    if (mode == XCellImageMode::Stored)
+        storeText_(table, source, textOf(image.value));
+    else if (mode != XCellImageMode::Formats)
         setText_(table, source, image.row, image.col);
     if (formatFailure)
         std::rethrow_exception(formatFailure);

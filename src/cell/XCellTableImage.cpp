@@ -146,7 +146,7 @@ XCellLoadNotes XCellTable::fromVector(const std::vector<uint8_t>& image, XCellIm
         loader.load([&] { return positionIn(block, header.mainRect); },
                     [&](XCell& cell) { cell.fromVector(*this, block, mode, extendPrototype()); });
     }
-    return loader.finish(header.maxRow, header.maxCol);
+    return loader.finish(header.maxRow, header.maxCol, mode != XCellImageMode::Stored);
 }
 
 std::vector<uint8_t> XCellTable::saveRectsToVector(const xstd::XMergedRects& rects) const

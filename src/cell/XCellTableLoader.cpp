@@ -74,7 +74,7 @@ void XCellTableLoader::breakRings(const XCellLevels& levels)
     }
 }
 
-XCellLoadNotes XCellTableLoader::finish(int32_t maxRow, int32_t maxCol)
+XCellLoadNotes XCellTableLoader::finish(int32_t maxRow, int32_t maxCol, bool calculates)
 {
     m_table.m_maxRow = std::max(m_table.m_maxRow, maxRow);
     m_table.m_maxCol = std::max(m_table.m_maxCol, maxCol);
@@ -88,7 +88,8 @@ XCellLoadNotes XCellTableLoader::finish(int32_t maxRow, int32_t maxCol)
     if (m_isStopped)
         xstd::XStop::request();
     xstd::XMergedRects changed;
-    m_table.calcLevels(changed, levels);
+    if (calculates)
+        m_table.calcLevels(changed, levels);
     if (m_isStopped)
         xstd::XStop::poll();
     return std::move(m_notes);

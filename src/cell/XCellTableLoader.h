@@ -34,9 +34,10 @@ public:
         }
         settle(cell);
     }
-    /// Breaks rings, calculates the table and hands the notes out. The table remembers the largest
-    /// row and column that it ever had. Raises a stop, also one that came while cells were loaded.
-    XCellLoadNotes finish(int32_t maxRow, int32_t maxCol);
+    /// Breaks rings, calculates the table if asked to, and hands the notes out. The table remembers
+    /// the largest row and column that it ever had. Raises a stop, also one that came while cells
+    /// were loaded.
+    XCellLoadNotes finish(int32_t maxRow, int32_t maxCol, bool calculates = true);
 
 private:
     XCell* place(const xstd::XPoint& position);

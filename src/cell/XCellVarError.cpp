@@ -88,6 +88,8 @@ xstd::XString XCellVarError::toString() const
         return xstd::XString("valueError: " + m_message);
     case cellRefError:
         return xstd::XString("refError:" + m_message);
+    case cellStoredText:
+        return m_message;
     default:
         return xstd::XString("unknownError: " + m_message);
     }

@@ -11,7 +11,8 @@ namespace huge {
 enum ECellVarErrorType : int32_t {
     cellNoError = 0,
     cellValueError = 1, ///< a text or a run that failed, a wrong count of arguments
-    cellRefError = 2    ///< a reference to what is gone or outside
+    cellRefError = 2,   ///< a reference to what is gone or outside
+    cellStoredText = 3  ///< the text of a value that has not been calculated since it was stored
 };
 
 /// What a failed cell holds and what a reference to nothing gives. It has the highest type code, so
@@ -46,7 +47,7 @@ public:
     bool less_equ(const HugeVariant& a, const HugeVariant& b) const override;
 
     xstd::XString fmt(const XFormatRule&) const override { return toString(); }
-    /// "valueError: ..." and so on with the message; "noerror" for none.
+    /// "valueError: ..." and so on with the message; "noerror" for none, a stored text alone.
     xstd::XString toString() const override;
 
 private:
