@@ -125,18 +125,18 @@ class Replacement {
 public:
     explicit Replacement(const xstd::XString& path)
         : m_path(path), m_mode(modeFor(path)), m_name(path + ".XXXXXX"),
-          m_file(::mkostemp(m_name.data(), O_CLOEXEC))
-    {
-        if (m_file.handle() < 0)
-            failWithErrno("can't write a file beside ", path);
-    }
+          m_file(::mkostemp(m_name.data(), O_CLOEXEC)), m_exists(m_file.handle() >= 0)
+    {}
     ~Replacement()
     {
-        if (!m_isDone)
+        if (m_exists && !m_isDone)
             ::unlink(m_name.c_str());
     }
     Replacement(const Replacement&) = delete;
     Replacement& operator=(const Replacement&) = delete;
+
+    /// False where the folder allows no new file; errno tells why.
+    bool exists() const noexcept { return m_exists; }
 
     void commit(const std::vector<uint8_t>& bytes)
     {
@@ -153,8 +153,44 @@ private:
     mode_t m_mode;
     xstd::XString m_name;
     File m_file;
+    bool m_exists;
     bool m_isDone = false;
 };
+
+/// A copy of a file among the temporary ones; it stays unless it is removed.
+xstd::XString keepCopy(const xstd::XString& path)
+{
+    const char* folder = std::getenv("TMPDIR");
+    xstd::XString name = xstd::XString(folder ? folder : "/tmp") + "/tavix.XXXXXX";
+    const File copy(::mkostemp(name.data(), O_CLOEXEC));
+    if (copy.handle() < 0)
+        failWithErrno("can't keep a copy of ", path);
+    const File old(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
+    if (old.handle() < 0)
+        failWithErrno("can't read ", path);
+    writeAll(copy, readAll(old, 0, path), name);
+    if (::fsync(copy.handle()) != 0)
+        failWithErrno("can't write ", name);
+    return name;
+}
+
+/// Puts the bytes in the place of the file's own, which are gone from then on.
+void writeOver(const xstd::XString& path, const std::vector<uint8_t>& bytes)
+{
+    const File file(::open(path.c_str(), O_WRONLY | O_CLOEXEC));
+    if (file.handle() < 0)
+        failWithErrno("can't write ", path);
+    const xstd::XString copy = keepCopy(path);
+    try {
+        writeAll(file, bytes, path);
+        if (::ftruncate(file.handle(), static_cast<off_t>(bytes.size())) != 0 ||
+            ::fsync(file.handle()) != 0)
+            failWithErrno("can't write ", path);
+    } catch (const std::runtime_error& failure) {
+        throw std::runtime_error(failure.what() + xstd::XString("; a copy of it is ") + copy);
+    }
+    ::unlink(copy.c_str());
+}
 
 } // namespace
 
@@ -201,7 +237,18 @@ XDocumentFile XDocumentFile::load(const xstd::XString& path)
 void XDocumentFile::save(const xstd::XString& path) const
 {
     const std::vector<uint8_t> bytes = toVector();
-    Replacement(targetOf(path)).commit(bytes);
+    const xstd::XString target = targetOf(path);
+    Replacement replacement(target);
+    if (replacement.exists()) {
+        replacement.commit(bytes);
+        return;
+    }
+    const int reason = errno;
+    if (::access(target.c_str(), F_OK) != 0) {
+        errno = reason;
+        failWithErrno("can't write ", path);
+    }
+    writeOver(target, bytes);
 }
 
 } // namespace huge

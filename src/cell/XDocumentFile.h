@@ -22,8 +22,11 @@ struct XDocumentFile {
     /// is no regular file or no document.
     static XDocumentFile load(const xstd::XString& path);
     /// Writes a new file in the same folder and puts it in the place of the old one when all of it
-    /// is on the disk: whatever fails, the old file is there as it was. A link is followed, and
-    /// the permissions of the old file are kept. std::runtime_error with the path and the reason.
+    /// is on the disk: whatever fails, the old file is there as it was. Where the folder allows no
+    /// new file, the old one is written over, after a copy of it has been made among the temporary
+    /// files; the copy goes when all is done, and the failure names it otherwise. A link is
+    /// followed, and the permissions of the old file are kept. std::runtime_error with the path and
+    /// the reason.
     void save(const xstd::XString& path) const;
 };
 
