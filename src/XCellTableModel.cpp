@@ -83,6 +83,14 @@ void XCellTableModel::update(const xstd::XMergedRects& rects)
     }
 }
 
+void XCellTableModel::reset()
+{
+    beginResetModel();
+    m_rows = rowsOf(*m_table);
+    m_cols = colsOf(*m_table);
+    endResetModel();
+}
+
 void XCellTableModel::perform(std::unique_ptr<huge::XCellAction> action)
 {
     huge::XCellAction* const running = action.get();

@@ -34,6 +34,8 @@ public:
     /// Announces that the cells in `rects` have changed; rows and columns that the table gained
     /// are announced first. Rectangles may reach beyond the grid.
     void update(const xstd::XMergedRects& rects);
+    /// Announces that the table has another content, of any size.
+    void reset();
     /// Runs the action on the undo stack and announces what it changed, also when it fails: the
     /// cell keeps a text that does not compile. The stack owns the action afterwards.
     void perform(std::unique_ptr<huge::XCellAction> action);

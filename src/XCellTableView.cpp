@@ -8,6 +8,7 @@
 #include "cell/XCellActionSetText.h"
 #include "cell/XCellTable.h"
 #include "errorHtml.h"
+#include "qtText.h"
 #include "tavix.h"
 
 #include <QHeaderView>
@@ -182,6 +183,7 @@ bool XCellTableView::runKey(const QKeyEvent& event)
         {control | Qt::Key_Z, [this] { undo(); }},
         {control | Qt::Key_Y, [this] { redo(); }},
         {control | Qt::Key_R, [this] { recalcSelection(); }},
+        {control | Qt::Key_F4, [this] { printFirstListing(); }},
         {control | Qt::Key_B, [] { theMainWindow->toggleBold(); }},
         {control | Qt::Key_I, [] { theMainWindow->toggleItalic(); }},
         {control | Qt::Key_U, [] { theMainWindow->toggleUnderline(); }},
@@ -197,6 +199,12 @@ bool XCellTableView::runKey(const QKeyEvent& event)
         return false;
     command->run();
     return true;
+}
+
+void XCellTableView::printFirstListing()
+{
+    if (const huge::XCell* cell = firstSelectedCell())
+        theMainWindow->printListing(toQString(cell->scriptText(false)), cell->row(), cell->col());
 }
 
 void XCellTableView::editInPane(const QString& text)

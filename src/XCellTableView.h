@@ -9,6 +9,7 @@
 #include "common/XOptions.h"
 #include "common/XUndoableActions.h"
 
+#include <QScopedValueRollback>
 #include <QTableView>
 
 #include <functional>
@@ -86,6 +87,18 @@ public:
     /// Nothing before copyStyle. Raises what XActionPasteStyle raises, as clearStyle does.
     void pasteStyle(const xstd::XMergedRects& rects);
     void clearStyle(const xstd::XMergedRects& rects);
+
+    /// The next recalculation runs the whole table: its values are texts that were stored.
+    void setUncalculated(bool uncalculated) { m_uncalculated = uncalculated; }
+
+    /// While it lives a resized section leaves the other selected ones alone.
+    class ResizeGuard {
+    public:
+        explicit ResizeGuard(XCellTableView& view) : m_rollback(view.m_syncResize, false) {}
+
+    private:
+        QScopedValueRollback<bool> m_rollback;
+    };
 
     /// The cell at the top left of the first range; null without one.
     huge::XCell* firstSelectedCell() const;
@@ -174,6 +187,7 @@ private:
     std::vector<huge::XCellRangeRef> m_marks;
     int m_hoveredMark = -1; // index in m_marks
     bool m_syncResize = true;
+    bool m_uncalculated = false;
     // End of mouse and references
 
 protected:
@@ -205,6 +219,7 @@ private:
     void pasteText(xstd::XMergedRects target, const QString& clipboardText);
     void forgetChangedCut(const xstd::XUndoableAction* done, xstd::XUndoableActionType type);
     bool runKey(const QKeyEvent& event);
+    void printFirstListing();
     void undoOrRedo(xstd::XUndoableActionType type);
     void showAfter(huge::XCellAction& action, xstd::XUndoableActionType type);
     void editInPane(const QString& text);

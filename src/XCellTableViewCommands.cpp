@@ -12,6 +12,8 @@
 #include "errorHtml.h"
 #include "tavix.h"
 
+#include <utility>
+
 using xstd::XRect;
 
 namespace {
@@ -143,7 +145,10 @@ void XCellTableView::recalcSelection()
     xstd::XMergedRects changed;
     try {
         xstd::XStop::clear();
-        m_model->table()->recalc(changed, selectedRects());
+        // Where nothing was calculated yet, no cell may read another's stored text.
+        const bool all = std::exchange(m_uncalculated, false);
+        huge::XCellTable& table = *m_model->table();
+        table.recalc(changed, all ? xstd::XMergedRects(table.mainRect()) : selectedRects());
     } catch (const xstd::XExceptionItems& failure) { // a stop: what ran is complete
         theMainWindow->printError(errorHtml(failure));
     }

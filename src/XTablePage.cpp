@@ -51,6 +51,12 @@ XTablePage::XTablePage(tavix* owner, const QString& pageName)
     m_view->setFocus();
 }
 
+XTablePage::XTablePage(tavix* owner, const QString& pageName, const QString& fileName)
+    : XTablePage(owner, pageName)
+{
+    setFileName(fileName);
+}
+
 XTablePage::~XTablePage()
 {
     // The widgets go first: while they do, they still reach the model, the table and the editor.
@@ -112,6 +118,7 @@ void XTablePage::dataChanged(const QModelIndex& topLeft, const QModelIndex& bott
 
 void XTablePage::onUndoChange()
 {
+    ++m_changeCount;
     refreshTabColor();
     showFormat();
     const QModelIndex current = m_view->currentIndex();

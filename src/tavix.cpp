@@ -3,6 +3,7 @@
 #include "FrmExit.h"
 #include "XCellTableView.h"
 #include "XMessagePane.h"
+#include "XSessionLock.h"
 #include "XTablePage.h"
 #include "common/XPlatform.h"
 #include "qtText.h"
@@ -69,7 +70,7 @@ tavix::tavix(QWidget* parent) : QMainWindow(parent), m_appPath(toXString(QDir::c
     showSplashMessage("正在加载数据表loadTable()......");
     replacePrintFunctions();
     loadKeyWords();
-    addPage(0, nextPageName());
+    startSession();
     showSplashMessage("正在初始化主界面布局restLayout(\"layout/tavix.ini\")......");
     printWelcome();
     restLayout(layoutFile);
@@ -102,6 +103,8 @@ void tavix::buildForm()
     m_tabWidget = new QTabWidget(m_splitter);
     m_tabWidget->setObjectName("tabWidget");
     m_tabWidget->setMovable(true);
+    m_tabWidget->setTabsClosable(true);
+    connect(m_tabWidget, &QTabWidget::tabCloseRequested, this, &tavix::tabCloseRequested);
     QSizePolicy policy = m_tabWidget->sizePolicy();
     policy.setVerticalStretch(1);
     m_tabWidget->setSizePolicy(policy);
@@ -218,66 +221,13 @@ void tavix::shareSplitter(int upper, int lower)
     m_splitter->setSizes({static_cast<int>(height) - below, below});
 }
 
-XTablePage* tavix::addPage(int index, const QString& name)
-{
-    if (index < 0 || index > static_cast<int>(m_pages.size()))
-        return nullptr;
-    m_pages.push_back(std::make_unique<XTablePage>(this, name));
-    XTablePage* page = m_pages.back().get();
-    m_tabWidget->insertTab(index, page->tab(), name);
-    page->view()->setFocus();
-    page->undo().markSaved();
-    return page;
-}
-
-void tavix::clearPages()
-{
-    const QSignalBlocker blocker(m_tabWidget);
-    m_pages.clear();
-    m_tabWidget->clear();
-}
-
-QString tavix::nextPageName() const
-{
-    for (int n = 1;; ++n) {
-        const QString name = QString("page%1").arg(n);
-        bool used = false;
-        for (int i = 0; i < m_tabWidget->count(); ++i)
-            used = used || m_tabWidget->tabText(i) == name;
-        if (!used)
-            return name;
-    }
-}
-
-int tavix::currentTabIndex() const
-{
-    return m_tabWidget->currentIndex();
-}
-
-XTablePage* tavix::pageAt(int tabIndex) const
-{
-    const QWidget* tab = m_tabWidget->widget(tabIndex);
-    for (const auto& page : m_pages) {
-        if (tab && page->tab() == tab)
-            return page.get();
-    }
-    return nullptr;
-}
-
-XTablePage* tavix::currentPage() const
-{
-    return pageAt(currentTabIndex());
-}
-
-XCellTableView* tavix::currentView() const
-{
-    XTablePage* page = currentPage();
-    return page ? page->view() : nullptr;
-}
-
 void tavix::closeEvent(QCloseEvent* event)
 {
     if (askExit(version, this) != "ok") {
+        event->ignore();
+        return;
+    }
+    if (!keepPagesAtExit()) {
         event->ignore();
         return;
     }

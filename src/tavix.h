@@ -8,6 +8,7 @@
 
 #include <QMainWindow>
 
+#include <map>
 #include <memory>
 #include <vector>
 
@@ -25,6 +26,7 @@ class XComboBox;
 class XCommonToolButton;
 class XFontComboBox;
 class XMessagePane;
+class XSessionLock;
 class XTablePage;
 class XTavixCellExtend;
 class tavix;
@@ -72,8 +74,27 @@ public:
 
     /// Makes a page and its tab at `index`; null when the index is out of range.
     XTablePage* addPage(int index, const QString& name);
+    /// Closes a page without asking; nothing without one.
+    void removePage(int tabIndex);
     /// Closes all pages without asking.
     void clearPages();
+    void setTabColor(int index, const QColor& color);
+
+    // Commands on pages (tavixPages.cpp). An index behind the last tab means the place there.
+
+    void newPage(int index);
+    /// Asks for a document and opens it in a page of its own; one that is open already is shown.
+    void openPage(int index);
+    /// Opens the document at this path. False, with an empty page and a red line, if that fails.
+    bool openDocument(const QString& path, int index);
+    /// Saves to the page's document, or to one that is asked for. False if nothing was saved.
+    bool savePage(int tab);
+    bool savePageAs(int tab);
+    void saveAllPages();
+    /// Asks about a modified page. False if it stays open.
+    bool closePage(int tab);
+    /// Prints the listing of a script at this position.
+    void printListing(const QString& text, int row, int col);
     /// "page" with the smallest number from 1 that no tab has.
     QString nextPageName() const;
 
@@ -87,11 +108,18 @@ public:
     XTablePage* currentPage() const;
     XCellTableView* currentView() const;
 
+public slots:
+    void tabCloseRequested(int index);
+
 protected:
     void closeEvent(QCloseEvent* event) override;
+    void keyPressEvent(QKeyEvent* event) override;
 
 private:
     void buildForm();
+    bool saveTo(XTablePage& page, QString path);
+    bool mayOverwrite(const XTablePage& page, const QString& path) const;
+
     void replacePrintFunctions();
     void printWelcome();
     void shareSplitter(int upper, int lower);
@@ -103,6 +131,32 @@ private:
     XMessagePane* m_messages = nullptr;
     QSplitter* m_splitter = nullptr;
     std::vector<std::unique_ptr<XTablePage>> m_pages; // in the order of their making
+
+    // Session (tavixSession.cpp)
+
+public:
+    /// The folder of the session below the user's data, made if so asked.
+    QString cacheDir(bool create) const;
+    QString cacheListPath() const;
+    /// Notes the pages of this session, and puts the modified ones into the cache. What could not
+    /// be written is told by the result, one line of text for each page or file; it is empty when
+    /// all is safe.
+    QStringList saveSession(bool write);
+
+private:
+    /// Makes the list of the first start, with the sample.
+    void initUserCache();
+    bool hasUserCache() const;
+    /// Opens the pages of the list. False where there is none that can be read.
+    bool loadSession();
+    void startSession();
+    bool keepPagesAtExit();
+    void saveSometimes();
+    void keepDamagedList(const QString& reason);
+
+    std::unique_ptr<XSessionLock> m_sessionLock; // null where another program has the session
+    std::map<const XTablePage*, uint64_t> m_keptChanges; // what the cache has of each page
+    // End of session
 
     // Tools
 

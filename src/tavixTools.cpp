@@ -85,11 +85,11 @@ void tavix::initToolBar()
     m_toolBar->setStyleSheet("QToolBar{border:0px;}");
     // What a right click offers otherwise would hide the bar, with no way to bring it back.
     m_toolBar->toggleViewAction()->setVisible(false);
-    addTool({"新建( Ctrl + N )", "New", "newfile"}, {});
-    addTool({"打开( Ctrl + O )", "Open", "openfile"}, {});
-    addTool({"保存( Ctrl + S )", "Save", "save"}, {});
-    addTool({"保存全部", "SaveAll", "saveall"}, {});
-    addTool({"另存为...", "SaveAs", "saveas"}, {});
+    addTool({"新建( Ctrl + N )", "New", "newfile"}, [this] { newPage(currentTabIndex() + 1); });
+    addTool({"打开( Ctrl + O )", "Open", "openfile"}, [this] { openPage(currentTabIndex() + 1); });
+    addTool({"保存( Ctrl + S )", "Save", "save"}, [this] { savePage(currentTabIndex()); });
+    addTool({"保存全部", "SaveAll", "saveall"}, [this] { saveAllPages(); });
+    addTool({"另存为...", "SaveAs", "saveas"}, [this] { savePageAs(currentTabIndex()); });
     addTool({"显示帮助文件", "OpenHelp", "help"}, [] {
         QDesktopServices::openUrl(
             QUrl::fromLocalFile(QFileInfo("./doc/help.pdf").absoluteFilePath()));

@@ -8,11 +8,13 @@
 
 namespace {
 
-/// The environment of a started program: Qt keeps its own files in `folder`.
+/// The environment of a started program: Qt keeps its own files, and the program its session, in
+/// `folder`.
 QProcessEnvironment environmentIn(const QString& folder)
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
     environment.insert("XDG_RUNTIME_DIR", folder);
+    environment.insert("APPDATA", folder + "/data");
     return environment;
 }
 

@@ -36,6 +36,10 @@ protected:
     WindowFixture()
     {
         QDir::setCurrent(m_folder.path());
+        qputenv("APPDATA", (m_folder.path() + "/data").toUtf8());
+        writeList(R"({"activeIndex": 0, "pages": [
+            {"pageName": "page1", "cacheFileName": "", "fileName": "",
+             "splitteSize1": 1000, "splitteSize2": 9000}]})");
         userPrompts().error = [this](const QString& html, const QString&) {
             errors.append(plainOf(html));
             QTimer::singleShot(0, qApp, &QCoreApplication::quit);
@@ -59,6 +63,24 @@ protected:
         window->show();
         QApplication::setActiveWindow(window.get());
         view()->setFocus();
+    }
+
+    QString cacheFolder() const { return folder() + "/data/tavix/cache"; }
+    /// Makes this the list of the session that the next window takes up.
+    void writeList(const QByteArray& json)
+    {
+        QDir().mkpath(cacheFolder());
+        QFile list(cacheFolder() + "/cacheList.json");
+        list.open(QIODevice::WriteOnly);
+        list.write(json);
+    }
+    /// Ends the program as its close dialog does, and starts it again.
+    void restart()
+    {
+        userPrompts().exit = [](const QString&) { return QString("ok"); };
+        window->close();
+        window.reset();
+        openWindow();
     }
 
     XTablePage& page() { return *window->currentPage(); }

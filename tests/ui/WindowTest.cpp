@@ -31,7 +31,8 @@ TEST_F(Window, StartsWithOneCleanPageAndTheWelcome)
     EXPECT_EQ(window->tabWidget()->tabText(0), "page1");
     EXPECT_FALSE(page().isModified());
     EXPECT_EQ(window->messages()->toPlainText(),
-              "\n欢迎使用Tavix!!!\n版本：1.0.2\n当前windows用户名：" +
+              "\n用户缓冲文件列表已经存在: " + window->cacheListPath() +
+                  "\n欢迎使用Tavix!!!\n版本：1.0.2\n当前windows用户名：" +
                   toQString(xstd::XPlatform::userName()) +
                   "\n当前windows用户数据文件夹: " + toQString(xstd::XPlatform::userDataDir()));
     EXPECT_EQ(window->nextPageName(), "page2");
