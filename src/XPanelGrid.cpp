@@ -92,12 +92,8 @@ XCommonToolButton* XPanelGrid::makeButton(const Look& look, Command command,
                                           Qt::ToolButtonStyle style, int iconSize)
 {
     const QIcon icon(QString("./icons/%1.png").arg(look.icon));
-    auto* button = new XCommonToolButton(
-        [command = std::move(command)](QObject*) {
-            if (command)
-                command();
-        },
-        icon, look.text, look.tip, style, m_frame);
+    auto* button = new XCommonToolButton([command = std::move(command)](QObject*) { command(); },
+                                         icon, look.text, look.tip, style, m_frame);
     button->setIconSize(QSize(iconSize, iconSize));
     return button;
 }

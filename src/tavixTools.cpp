@@ -107,12 +107,8 @@ void tavix::initToolBar()
 XCommonToolButton* tavix::addTool(const XPanelGrid::Look& look, XPanelGrid::Command command)
 {
     const QIcon icon(QString("./icons/%1.png").arg(look.icon));
-    auto* button = new XCommonToolButton(
-        [command](QObject*) {
-            if (command)
-                command();
-        },
-        icon, look.text, look.tip, Qt::ToolButtonIconOnly, m_toolBar);
+    auto* button = new XCommonToolButton([command](QObject*) { command(); }, icon, look.text,
+                                         look.tip, Qt::ToolButtonIconOnly, m_toolBar);
     m_toolBar->addWidget(button);
     button->setIconSize(QSize(24, 24)); // behind the adding, which gives the bar's own size
     return button;

@@ -7,6 +7,7 @@
 #include "XPanelScroller.h"
 #include "XTavixCellExtend.h"
 
+#include <QFile>
 #include <QFontDatabase>
 #include <QFrame>
 #include <QLineEdit>
@@ -128,6 +129,30 @@ TEST_F(Panel, TheToolBarChoosesThePanel)
     EXPECT_EQ(active(), "+-");
     EXPECT_EQ(window->undoButton(), button("回退( Ctrl + Z )"));
     EXPECT_EQ(window->redoButton(), button("重做( Ctrl + Y )"));
+}
+
+TEST_F(Panel, TheToolBarOpensAndSavesPages)
+{
+    const auto click = [this](const char* toolTip) {
+        QTest::mouseClick(button(toolTip), Qt::LeftButton);
+    };
+    click("新建( Ctrl + N )");
+    ASSERT_EQ(window->tabWidget()->count(), 2);
+    EXPECT_EQ(window->currentTabIndex(), 1);
+    QStringList paths = {folder() + "/a.tavix", folder() + "/b.tavix"};
+    userPrompts().saveFile = [&](const QString&, const QString&) { return paths.takeFirst(); };
+    click("保存( Ctrl + S )");
+    EXPECT_TRUE(QFile::exists("a.tavix"));
+    click("另存为...");
+    EXPECT_TRUE(QFile::exists("b.tavix"));
+    userPrompts().openFile = [&](const QString&) { return folder() + "/a.tavix"; };
+    click("打开( Ctrl + O )");
+    EXPECT_EQ(window->tabWidget()->count(), 3);
+    enter(0, 0, "1");
+    EXPECT_TRUE(page().isModified());
+    paths.append(folder() + "/c.tavix");
+    click("保存全部");
+    EXPECT_FALSE(page().isModified());
 }
 
 TEST_F(Panel, FollowsAFormat)
