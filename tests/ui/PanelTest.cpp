@@ -279,6 +279,20 @@ TEST_F(Panel, FollowsTheCurrentCellThePageAndItsHistory)
     EXPECT_TRUE(window->redoButton()->isEnabled());
 }
 
+TEST_F(Panel, ShowsReferencesPageByPage)
+{
+    XCommonToolButton* references = button("标识出单元格之间的引用关系");
+    QTest::mouseClick(references, Qt::LeftButton);
+    EXPECT_TRUE(view()->paintState().showRefs);
+    window->newPage(1);
+    EXPECT_FALSE(view()->paintState().showRefs);
+    EXPECT_FALSE(references->isChecked());
+    window->tabWidget()->setCurrentIndex(0);
+    EXPECT_TRUE(references->isChecked());
+    QTest::mouseClick(references, Qt::LeftButton);
+    EXPECT_FALSE(view()->paintState().showRefs);
+}
+
 TEST_F(Panel, BoxesAndColorButtonsActOnTheSelectedCell)
 {
     goTo(0, 0);
