@@ -1,3 +1,4 @@
+#include "XStopBox.h"
 #include "XTavixApplication.h"
 #include "common/XPlatform.h"
 #include "common/XString.h"
@@ -48,6 +49,7 @@ int main(int argc, char** argv)
     showSplash();
     showSplashMessage("正在启动主窗口......");
     QTextCodec::setCodecForLocale(QTextCodec::codecForName("UTF-8"));
+    XStopBox stopBox;
     showSplashMessage("正在初始化主窗口......");
     tavix window;
     theMainWindow = &window;

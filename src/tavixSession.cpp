@@ -2,6 +2,7 @@
 
 #include "XMessBox.h"
 #include "XSessionLock.h"
+#include "XStopBox.h"
 #include "XTablePage.h"
 #include "common/XJsonDecoder.h"
 #include "common/XPlatform.h"
@@ -250,6 +251,8 @@ bool tavix::keepPagesAtExit()
 
 void tavix::saveSometimes()
 {
+    if (XStopBox::isCalculating())
+        return; // the table is in the middle of a change
     bool isKept = true;
     for (const auto& page : m_pages) {
         const auto kept = m_keptChanges.find(page.get());
