@@ -1,5 +1,5 @@
 #!/usr/bin/env python3
-"""Draws the program's icon and splash image into the folder icons.
+"""Draws the program's icon and splash image into the folders icons and packaging/icons.
 
 Needs ImageMagick's convert. The results are kept in the repository; run this after changing a
 drawing:  python3 tools/makeImages.py
@@ -7,7 +7,9 @@ drawing:  python3 tools/makeImages.py
 import pathlib
 import subprocess
 
-ICONS = pathlib.Path(__file__).resolve().parent.parent / "icons"
+ROOT = pathlib.Path(__file__).resolve().parent.parent
+ICONS = ROOT / "icons"
+DESKTOP = ROOT / "packaging" / "icons"
 FONT = "DejaVu-Sans"
 BOLD = "DejaVu-Sans-Bold"
 MONO = "DejaVu-Sans-Mono"
@@ -35,6 +37,8 @@ def icon():
             "-draw", "roundrectangle 114,58 142,198 8,8",
             "-depth", "8", "-strip", large)
     convert(large, "-define", "icon:auto-resize=256,64,48,32,16", ICONS / "application.ico")
+    for size in (16, 24, 32, 48, 64, 128, 256):
+        convert(large, "-resize", f"{size}x{size}", "-strip", DESKTOP / f"{size}.png")
     large.unlink()
 
 
