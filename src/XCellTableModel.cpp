@@ -1,5 +1,6 @@
 #include "XCellTableModel.h"
 
+#include "LongTexts.h"
 #include "XTavixCellExtend.h"
 #include "cell/XCellAction.h"
 #include "cell/XCellActionSetText.h"
@@ -51,7 +52,11 @@ QVariant XCellTableModel::data(const QModelIndex& index, int role) const
     if (!index.isValid() || (role != Qt::DisplayRole && role != Qt::EditRole))
         return QVariant();
     const huge::XCell* cell = m_table->cellAt(index.row(), index.column());
-    return cell ? QVariant(toQString(cell->valueText())) : QVariant();
+    if (!cell)
+        return QVariant();
+    const QString text = toQString(cell->valueText());
+    // Who shows an item lays out all that it gets, which takes seconds for a long number.
+    return role == Qt::DisplayRole ? cutText(text) : text;
 }
 
 bool XCellTableModel::setData(const QModelIndex& index, const QVariant& value, int role)

@@ -13,9 +13,9 @@ class XCellAction;
 class XCellTable;
 } // namespace huge
 
-/// The table of a page behind Qt's item model interface. It hands over display texts; everything
-/// else of a cell's look is read from the table by the delegate. A change reaches the screen only
-/// through update().
+/// The table of a page behind Qt's item model interface. It hands over display texts, cut where
+/// they are long; all of a cell's look is read from the table by the delegate. A change reaches
+/// the screen only through update().
 class XCellTableModel : public QAbstractTableModel {
     Q_OBJECT
 

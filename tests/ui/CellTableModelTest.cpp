@@ -55,6 +55,15 @@ TEST_F(CellTableModel, SetDataTakesTheEditRoleAndReportsAllThatChanged)
     EXPECT_EQ(model.rowCount(), 1025);
 }
 
+TEST_F(CellTableModel, ShowsTheHeadOfALongTextAndEditsAllOfIt)
+{
+    XCellTableModel& model = *page().model();
+    const QString digits(5000, '7');
+    ASSERT_TRUE(model.setData(model.index(0, 0), digits, Qt::EditRole));
+    EXPECT_EQ(shown(0, 0), digits.left(4096) + "...（共 5000 个字符）");
+    EXPECT_EQ(model.data(model.index(0, 0), Qt::EditRole).toString(), digits);
+}
+
 TEST_F(CellTableModel, TheViewFollowsATableThatGrows)
 {
     XCellTableModel& model = *page().model();
