@@ -188,6 +188,30 @@ TEST_F(ViewCommands, FormatsAreCopiedPastedAndClearedByKeys)
     EXPECT_EQ(page().model()->cellExtend(2, 2), nullptr);
 }
 
+TEST_F(ViewCommands, TheListingOfTheFirstSelectedCellIsPrinted)
+{
+    enter(0, 0, "1+2");
+    const int printed = messages().size();
+    selectRects({{5, 5, 5, 5}}); // no cell there
+    key(Qt::Key_F4);
+    EXPECT_EQ(messages().size(), printed);
+    selectRects({{0, 0, 3, 3}});
+    key(Qt::Key_F4);
+    EXPECT_GT(messages().size(), printed);
+}
+
+TEST_F(ViewCommands, ARecalculationRunsTheSelectionAndItsReadersAndIsNoStep)
+{
+    enter(0, 0, "1+2");
+    enter(1, 0, "A1+1");
+    page().table().cellAt(0, 0)->setValue(huge::HugeVariant());
+    const size_t steps = page().undo().undoCount();
+    selectRects({{0, 0, 0, 0}});
+    key(Qt::Key_R);
+    EXPECT_EQ(row(0, 1) + row(1, 1), QStringList({"3", "4"}));
+    EXPECT_EQ(page().undo().undoCount(), steps);
+}
+
 TEST_F(ViewCommands, AFailureIsPrintedAndChangesNothing)
 {
     enter(0, 0, "1");
