@@ -33,6 +33,27 @@ QByteArray jsonBytes(const xstd::XJson& node)
     return QByteArray::fromStdString(node.toJson(0, 4));
 }
 
+bool hasContent(const QString& path, const QByteArray& bytes)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly) && file.readAll() == bytes;
+}
+
+QString textOf(const xstd::XKVNode& entry, const char* key)
+{
+    return toQString(entry.at(xstd::XString(key))->toText());
+}
+
+/// A document that was saved has lost its file in the cache; a program that was killed right after
+/// could not tell its list so. The document is the newer of the two.
+void forgetLostCache(xstd::XKVNode& entry)
+{
+    const QString cached = textOf(entry, "cacheFileName");
+    const QString document = textOf(entry, "fileName");
+    if (!cached.isEmpty() && !QFile::exists(cached) && QFile::exists(document))
+        entry["cacheFileName"] = "";
+}
+
 /// The file is whole, old or new, whatever happens. std::runtime_error with the path otherwise.
 void replaceFile(const QString& path, const QByteArray& bytes)
 {
@@ -170,7 +191,8 @@ bool tavix::loadSession()
     const huge::XCellImageMode mode =
         isRecovering ? huge::XCellImageMode::Stored : huge::XCellImageMode::Everything;
     int index = 0;
-    for (const xstd::XKVNode& entry : list["pages"].elements()) {
+    for (xstd::XKVNode entry : list["pages"].elements()) {
+        forgetLostCache(entry);
         XTablePage* page = addPage(index, QString());
         page->fromJson(entry, mode);
         setTabColor(index, page->isModified() ? Qt::red : Qt::black);
@@ -253,12 +275,19 @@ void tavix::saveSometimes()
 {
     if (XStopBox::isCalculating())
         return; // the table is in the middle of a change
+    xstd::XJson list(xstd::XKVNode::typeObject);
+    list["activeIndex"] = currentTabIndex();
+    list["pages"].setType(xstd::XKVNode::typeArray);
     bool isKept = true;
-    for (const auto& page : m_pages) {
-        const auto kept = m_keptChanges.find(page.get());
+    for (int tab = 0; tab < m_tabWidget->count(); ++tab) {
+        const XTablePage* page = pageAt(tab);
+        list["pages"].at(tab) = page->toJson(page->isModified());
+        const auto kept = m_keptChanges.find(page);
         const uint64_t changes = kept == m_keptChanges.end() ? 0 : kept->second;
         isKept = isKept && (!page->isModified() || changes == page->changeCount());
     }
+    // Pages that were saved, closed or opened change the list alone.
+    isKept = isKept && hasContent(cacheListPath(), jsonBytes(list));
     if (isKept)
         return;
     for (const QString& failure : saveSession(true))

@@ -137,6 +137,34 @@ TEST_F(Session, AMissingFileInTheCacheLeavesAnEmptyModifiedPage)
     EXPECT_TRUE(messages().contains("文件打开失败："));
 }
 
+TEST_F(Session, ASavedDocumentComesBackAfterACrash)
+{
+    enter(0, 0, "1");
+    saveAs("saved.tavix");
+    enter(0, 0, "2");
+    window->saveSession(true);
+    ASSERT_TRUE(window->savePage(0));
+    startAgain(); // the list still names the file that the cache had
+    EXPECT_EQ(shown(0, 0), "2");
+    EXPECT_FALSE(page().isModified());
+}
+
+TEST_F(Session, TheListFollowsASavedPageBeforeTheEnd)
+{
+    enter(0, 0, "1");
+    window->saveSession(true);
+    saveAs("saved.tavix");
+    for (QTimer* timer : window->findChildren<QTimer*>()) {
+        if (timer->interval() == 60'000)
+            timer->start(1);
+    }
+    QTest::qWait(30);
+    startAgain();
+    EXPECT_EQ(window->tabWidget()->tabText(0), "saved.tavix");
+    EXPECT_EQ(shown(0, 0), "1");
+    EXPECT_FALSE(page().isModified());
+}
+
 TEST_F(Session, WhatCannotBeKeptKeepsTheWindowOpen)
 {
     enter(0, 0, "1");
