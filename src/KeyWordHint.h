@@ -1,28 +1,56 @@
 #pragma once
 
-#include <QString>
+#include "KeyWordModel.h"
 
-#include <vector>
+#include <QDialog>
 
-/// One keyword of the script language, as the keyword list describes it.
-struct KeyWordItem {
-    QString name;       ///< the word that a user's text is matched against
-    QString display;    ///< shown in lists
-    QString insertText; ///< put into the script; an "@" marks where the cursor will stand
-    QString hintInfo;   ///< one line about the word; `display` serves where it is empty
+class QListView;
+
+/// Who shows the keyword popup for the moment, and takes what is chosen in it.
+class KeyWordHintInf {
+public:
+    virtual ~KeyWordHintInf() = default;
+    /// The popup closes where `close` is set.
+    virtual void insertKeyWord(const KeyWordItem* entry, bool* close) = 0;
 };
 
-/// Reads a keyword list: one keyword a line, four fields separated by "|". A field loses its
-/// surrounding white space, and one that begins with a double quote its first and last character.
-/// Lines with more or fewer fields are passed over.
-std::vector<KeyWordItem> parseKeyWords(const QString& text);
+/// The popup of keywords, shared by all script editors. It never takes the keyboard: the editor
+/// that shows it hands its keys on.
+class KeyWordHint : public QDialog {
+    Q_OBJECT
 
-/// The keywords that the program knows, shared by all script editors.
-class KeyWordHint {
 public:
-    void add(const KeyWordItem& item) { m_items.push_back(item); }
-    const std::vector<KeyWordItem>& items() const { return m_items; }
+    explicit KeyWordHint(QWidget* parent = nullptr, Qt::WindowFlags flags = Qt::WindowFlags());
+
+    void add(const KeyWordItem& item) { m_model.add(item); }
+    const KeyWordItem* find(const QString& word) const { return m_model.find(word); }
+    void clearAll() { m_model.clear(); }
+    /// Brings what fits the word best to the top.
+    void filter(const QString& word);
+    /// Makes the popup as wide as the longest entry, and as high as the list, up to 20 rows.
+    void updateSize();
+
+    /// Shows the popup at a place of the screen, where it fits.
+    void showAt(KeyWordHintInf* owner, int x, int y);
+    /// Closes the popup, whoever shows it.
+    void hideFor(const KeyWordHintInf* owner);
+    /// Forgets an owner that goes.
+    void forget(const KeyWordHintInf* owner);
+    void selectNext();
+    void selectPrev();
+    /// Takes the current entry, as a click on it does.
+    void accept() override;
+
+    QListView* list() const { return m_list; }
+    const KeyWordModel& model() const { return m_model; }
+
+public slots:
+    void keyclicked(const QModelIndex& index);
 
 private:
-    std::vector<KeyWordItem> m_items;
+    void selectRow(int row);
+
+    KeyWordModel m_model;
+    QListView* m_list;
+    KeyWordHintInf* m_owner = nullptr;
 };

@@ -177,6 +177,7 @@ private:
     QCursor markCursor(const QPoint& pos);
     int markAt(int row, int col) const;
     void setHovered(int mark);
+    void highlightHovered();
     void showMarks();
     void repaintMarks();
     void updateRefMarks(const QModelIndex& index);

@@ -1,5 +1,6 @@
 #include "XCellTableView.h"
 
+#include "XCellEditor.h"
 #include "XCellTableModel.h"
 #include "XTracingAction.h"
 #include "cell/XCellActionCopyRect.h"
@@ -131,6 +132,8 @@ void XCellTableView::resetPointer()
 
 void XCellTableView::mousePressEvent(QMouseEvent* event)
 {
+    if (m_editor)
+        m_editor->hideHints();
     if (m_pointer.mode == XCellPointer::Reference) {
         // The other buttons have nothing to say to the script under edit, and a tool wants cells.
         if (event->button() != Qt::LeftButton || (!m_tool && startReference(event->pos())))

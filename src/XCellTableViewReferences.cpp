@@ -117,12 +117,22 @@ void XCellTableView::clearHover()
 
 bool XCellTableView::canTakeReference() const
 {
-    return false;
+    return m_editor && m_editor->canTakeReference();
 }
 
 const huge::XCellRangeRef* XCellTableView::hoveredMark() const
 {
     return m_hoveredMark < 0 ? nullptr : &m_marks[m_hoveredMark];
+}
+
+void XCellTableView::highlightHovered()
+{
+    if (!m_editor)
+        return;
+    if (const huge::XCellRangeRef* mark = hoveredMark())
+        m_editor->highlightMark(*mark);
+    else
+        m_editor->clearHighlight();
 }
 
 int XCellTableView::markAt(int row, int col) const
@@ -181,8 +191,10 @@ QCursor XCellTableView::markCursor(const QPoint& pos)
             op = rule.own;
         }
     }
-    if (mark != m_hoveredMark)
+    if (mark != m_hoveredMark) {
         setHovered(mark);
+        highlightHovered();
+    }
     m_pointer.hoverOp = mark < 0 ? XCellRefOp::None : op;
     return m_cursors.of(m_pointer.hoverOp);
 }
@@ -210,7 +222,19 @@ bool XCellTableView::startReference(const QPoint& pos)
 
 void XCellTableView::finishReference()
 {
+    const XRect target = m_paintState.dragTo;
+    const XCellRefOp op = m_pointer.refOp;
+    const huge::XCellRangeRef mark = m_pointer.dragMark;
+    const bool isChange =
+        op != XCellRefOp::None && !target.isNull() && target != m_pointer.dragFrom;
     clearDragState();
+    if (!isChange || !m_editor)
+        return;
+    const huge::XCellRangeRef ref = draggedRef(op, mark, target);
+    if (op == XCellRefOp::Draw)
+        m_editor->insertRange(ref);
+    else
+        m_editor->replaceRange(mark, ref);
 }
 
 void XCellTableView::currentChanged(const QModelIndex& current, const QModelIndex& previous)

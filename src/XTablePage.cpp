@@ -1,5 +1,6 @@
 #include "XTablePage.h"
 
+#include "KeyWordHint.h"
 #include "LongTexts.h"
 #include "XCellScriptEditor.h"
 #include "XCellTableModel.h"
@@ -40,6 +41,10 @@ XTablePage::XTablePage(tavix* owner, const QString& pageName)
     m_table.setExtendPrototype(std::make_unique<XTavixCellExtend>(m_view->font()));
     m_editor.setView(m_view);
     m_editor.setMainEdit(m_scriptEdit);
+    m_editor.setHint(&owner->keyWordHint());
+    m_editor.setListingFunc(
+        [owner](const QString& text, int row, int col) { owner->printListing(text, row, col); });
+    m_editor.setHintInfoFunc([this](const QString& word) { showHintInfo(word); });
     m_undo.addObserver([this](xstd::XUndoableActions*, xstd::XUndoableAction*,
                               xstd::XUndoableActionType) { onUndoChange(); });
     connect(m_view->selectionModel(), &QItemSelectionModel::currentChanged, this,
@@ -61,6 +66,7 @@ XTablePage::~XTablePage()
 {
     // The widgets go first: while they do, they still reach the model, the table and the editor.
     m_view->setEditor(nullptr);
+    m_editor.setView(nullptr);
     m_editor.detach(m_scriptEdit);
     delete m_tab;
     delete m_model;
@@ -143,6 +149,13 @@ void XTablePage::showValue(const QModelIndex& index)
     QTextCursor cursor = m_valueView->textCursor();
     insertPlain(cursor, text);
     m_valueView->moveCursor(QTextCursor::Start);
+}
+
+void XTablePage::showHintInfo(const QString& word)
+{
+    const QString name = word.startsWith('.') ? word.mid(1) : word;
+    const KeyWordItem* item = word.isEmpty() ? nullptr : m_owner->keyWordHint().find(name);
+    m_hintLabel->setText(!item ? word : item->hintInfo.isEmpty() ? item->display : item->hintInfo);
 }
 
 void XTablePage::showFormat()

@@ -113,6 +113,7 @@ private:
     void onUndoChange();
     void showCell(const QModelIndex& index);
     void showValue(const QModelIndex& index);
+    void showHintInfo(const QString& word);
     void showFormat();
 
     tavix* m_owner;

@@ -1,6 +1,7 @@
 #include "tavix.h"
 
 #include "FrmExit.h"
+#include "KeyWordHint.h"
 #include "XCellTableView.h"
 #include "XMessagePane.h"
 #include "XSessionLock.h"
@@ -69,6 +70,7 @@ tavix::tavix(QWidget* parent) : QMainWindow(parent), m_appPath(toXString(QDir::c
     initBaseTools();
     showSplashMessage("正在加载数据表loadTable()......");
     replacePrintFunctions();
+    m_keyWordHint = std::make_unique<KeyWordHint>();
     loadKeyWords();
     startSession();
     showSplashMessage("正在初始化主界面布局restLayout(\"layout/tavix.ini\")......");
@@ -172,7 +174,8 @@ void tavix::loadStyleSheet()
 void tavix::loadKeyWords()
 {
     for (const KeyWordItem& item : parseKeyWords(readText("./config/keywords.txt")))
-        m_keyWordHint.add(item);
+        m_keyWordHint->add(item);
+    m_keyWordHint->updateSize();
 }
 
 QString tavix::filePath(const QString& fileName) const

@@ -1,6 +1,5 @@
 #pragma once
 
-#include "KeyWordHint.h"
 #include "XPanelGrid.h"
 #include "XToolColorButton.h"
 #include "common/XMergedRects.h"
@@ -20,6 +19,7 @@ class QStackedWidget;
 class QTabWidget;
 class QTextBrowser;
 class QToolBar;
+class KeyWordHint;
 class XBackgroundColor;
 class XCellTableView;
 class XComboBox;
@@ -65,7 +65,7 @@ public:
     void loadStyleSheet();
     /// Reads the keyword list of the configuration, if there is one.
     void loadKeyWords();
-    const KeyWordHint& keyWordHint() const { return m_keyWordHint; }
+    KeyWordHint& keyWordHint() { return *m_keyWordHint; }
 
     /// Brings back window and splitter from a file below the program's folder. False, with the
     /// standard sizes, when there is none.
@@ -125,7 +125,7 @@ private:
     void shareSplitter(int upper, int lower);
     QString filePath(const QString& fileName) const;
 
-    KeyWordHint m_keyWordHint;
+    std::unique_ptr<KeyWordHint> m_keyWordHint; // a window of its own
     xstd::XString m_appPath;
     QTabWidget* m_tabWidget = nullptr;
     XMessagePane* m_messages = nullptr;

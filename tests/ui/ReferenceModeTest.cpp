@@ -133,4 +133,60 @@ TEST_F(ReferenceMode, AMarkIsKnownByItsPlaceInTheScript)
     EXPECT_EQ(view()->hoveredMark(), nullptr);
 }
 
+class ReferenceClicks : public ReferenceMode {
+protected:
+    /// B10 under edit, with the cursor behind `text`.
+    void edit(const QString& text)
+    {
+        goTo(9, 1);
+        pane()->setFocus();
+        pane()->selectAll();
+        QTest::keyClicks(pane(), text);
+        ASSERT_TRUE(view()->isInReferenceMode());
+    }
+    void drag(const QPoint& from, const QPoint& to)
+    {
+        moveTo(from);
+        QTest::mousePress(view()->viewport(), Qt::LeftButton, Qt::NoModifier, from);
+        moveTo(to, Qt::LeftButton);
+        QTest::mouseRelease(view()->viewport(), Qt::LeftButton, Qt::NoModifier, to);
+    }
+    QString text() { return pane()->toPlainText(); }
+};
+
+TEST_F(ReferenceClicks, BehindAnOperatorACellOrADragIsInserted)
+{
+    edit("=1+");
+    drag(cell(2, 2).center(), cell(2, 2).center());
+    EXPECT_EQ(text(), "=1+C3");
+    EXPECT_TRUE(pane()->hasFocus());
+    QTest::keyClick(pane(), Qt::Key_End);
+    QTest::keyClicks(pane(), "+");
+    drag(cell(5, 4).center(), cell(3, 3).center());
+    EXPECT_EQ(text(), "=1+C3+D4:E6");
+    EXPECT_EQ(view()->marks().size(), 2u);
+    EXPECT_TRUE(view()->isInReferenceMode());
+}
+
+TEST_F(ReferenceClicks, AMarkIsMovedByItsCornerAndResizedByItsEdge)
+{
+    edit("=$C$3:D4*2");
+    const QRect d4 = cell(3, 3);
+    drag(d4.bottomRight(), cell(4, 3).center());
+    EXPECT_EQ(text(), "=$C$4:D5*2");
+    drag({cell(4, 3).right(), cell(4, 3).center().y()}, cell(4, 5).center());
+    EXPECT_EQ(text(), "=$C$4:F5*2");
+    drag({cell(3, 2).center().x(), cell(3, 2).top()}, cell(0, 2).center());
+    EXPECT_EQ(text(), "=$C$1:F5*2");
+}
+
+TEST_F(ReferenceClicks, BehindAValueAClickConfirmsAndSelects)
+{
+    edit("=total");
+    drag(cell(2, 2).center(), cell(2, 2).center());
+    EXPECT_FALSE(view()->isInReferenceMode());
+    EXPECT_TRUE(view()->hasFocus());
+    EXPECT_EQ(view()->currentIndex(), page().model()->index(2, 2));
+}
+
 } // namespace

@@ -208,12 +208,12 @@ TEST_F(Window, TheLayoutHasItsDefaultsAndComesBack)
 
 TEST_F(Window, ReadsItsConfigurationFromTheProgramsFolder)
 {
-    EXPECT_TRUE(window->keyWordHint().items().empty());
+    EXPECT_TRUE(window->keyWordHint().model().rowCount() == 0);
     writeFile("config/keywords.txt", "sum|sum(a)|sum(@)|the total\n");
     writeFile("config/style.css", "QLabel { color: #010203; }");
     window.reset();
     openWindow();
-    ASSERT_EQ(window->keyWordHint().items().size(), 1u);
+    ASSERT_EQ(window->keyWordHint().model().rowCount(), 1);
     EXPECT_EQ(qApp->styleSheet(), "QLabel { color: #010203; }");
     qApp->setStyleSheet(QString());
 }
