@@ -130,11 +130,20 @@ XCellTableViewItemDelegate::XCellTableViewItemDelegate(XCellTableView* view)
     : QStyledItemDelegate(view), m_view(view)
 {}
 
+/// A cell without a record looks as it will when it gets one: nothing jumps then.
+const XTavixCellExtend*
+XCellTableViewItemDelegate::recordOrPrototype(const XTavixCellExtend* record) const
+{
+    if (record)
+        return record;
+    return static_cast<const XTavixCellExtend*>(m_view->tableModel()->table()->extendPrototype());
+}
+
 void XCellTableViewItemDelegate::paint(QPainter* painter, const QStyleOptionViewItem& option,
                                        const QModelIndex& index) const
 {
     const XTavixCellExtend* extend = m_view->tableModel()->cellExtend(index.row(), index.column());
-    const TextStyle style = styleOf(extend);
+    const TextStyle style = styleOf(recordOrPrototype(extend));
     painter->save();
     if (extend && extend->background != 0)
         painter->fillRect(option.rect, QColor::fromRgba(extend->background));
@@ -177,7 +186,8 @@ QSize XCellTableViewItemDelegate::sizeHint(const QStyleOptionViewItem&,
                                            const QModelIndex& index) const
 {
     constexpr int longestColumn = 1000; // pixels; a result of any length stays a column
-    const TextStyle style = styleOf(m_view->tableModel()->cellExtend(index.row(), index.column()));
+    const TextStyle style = styleOf(
+        recordOrPrototype(m_view->tableModel()->cellExtend(index.row(), index.column())));
     const QFontMetrics metrics(style.font);
     const huge::XCell* cell = m_view->tableModel()->table()->cellAt(index.row(), index.column());
     const QString text =

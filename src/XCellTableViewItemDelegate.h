@@ -3,6 +3,7 @@
 #include <QStyledItemDelegate>
 
 class XCellTableView;
+class XTavixCellExtend;
 
 /// Paints one cell and manages the editor in it. Everything that a cell looks like is decided
 /// here: the format record comes from the table, the passing state from the view.
@@ -30,6 +31,7 @@ private slots:
 
 private:
     QString sourceText(const QModelIndex& index) const;
+    const XTavixCellExtend* recordOrPrototype(const XTavixCellExtend* record) const;
     void paintState(QPainter* painter, const QRect& rect, const QModelIndex& index) const;
 
     XCellTableView* m_view;

@@ -3,6 +3,7 @@
 #include "LongTexts.h"
 #include "XCellScriptEditor.h"
 #include "XCellTableView.h"
+#include "XCommonToolButton.h"
 
 #include <QFrame>
 #include <QGridLayout>
@@ -10,7 +11,6 @@
 #include <QLabel>
 #include <QSplitter>
 #include <QTextBrowser>
-#include <QToolButton>
 #include <QVBoxLayout>
 
 namespace {
@@ -142,16 +142,18 @@ void XTablePage::buildScriptTools()
     layout->setContentsMargins(1, 1, 1, 1);
     layout->setSpacing(0);
     m_scriptTools->setStyleSheet(whiteFrame);
-    const auto addTool = [&](const char* tip, const char* text, void (XCellEditor::*command)()) {
-        auto* button = new QToolButton(m_scriptTools);
-        button->setToolTip(tip);
-        button->setText(text);
-        button->setAutoRaise(true);
+    const auto addTool = [&](const char* tip, const char* text, const char* icon,
+                             void (XCellEditor::*command)()) {
+        auto* button = new XCommonToolButton(
+            [this, command](QObject*) { (m_editor.*command)(); },
+            QIcon(QString("./icons/%1.png").arg(icon)), text, tip, Qt::ToolButtonTextBesideIcon,
+            m_scriptTools);
+        button->setIconSize(QSize(24, 24));
+        button->setSizePolicy(QSizePolicy::Fixed, QSizePolicy::Fixed);
         // A click must not take the focus from the pane: that alone would confirm or cancel.
         button->setFocusPolicy(Qt::NoFocus);
-        connect(button, &QToolButton::clicked, &m_editor, command);
         layout->addWidget(button);
     };
-    addTool("取消(Esc)", "取消(Esc)", &XCellEditor::cancel);
-    addTool("确认(Ctrl+S)", "确认(Ctrl+S)", &XCellEditor::confirm);
+    addTool("取消(Esc)", "(Esc)", "cancel", &XCellEditor::cancel);
+    addTool("确认(Ctrl+S)", "(Ctrl+S)", "ok", &XCellEditor::confirm);
 }
