@@ -12,6 +12,8 @@
 #include <QSplashScreen>
 #include <QTextCodec>
 
+#include <csignal>
+
 namespace {
 
 /// All files of the program are named relative to its own folder.
@@ -40,6 +42,7 @@ void endSplash(QWidget* window)
 int main(int argc, char** argv)
 {
     enterProgramFolder();
+    std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow fails as a full disk does
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
     QApplication::setAttribute(Qt::AA_UseHighDpiPixmaps);
     XTavixApplication application(argc, argv);

@@ -246,9 +246,11 @@ void XTablePage::fromJson(const xstd::XKVNode& node, XCellImageMode mode)
     setFileName(document);
     if (!m_cacheFileName.isEmpty()) {
         m_forcedModified = true;
-        // What could not be read must not be overwritten by an empty page.
-        if (!loadFile(m_cacheFileName, mode))
+        // Neither what could not be read nor the document must be overwritten by an empty page.
+        if (!loadFile(m_cacheFileName, mode)) {
             m_cacheFileName.clear();
+            m_fileName.clear();
+        }
     } else if (!m_fileName.isEmpty() && !loadFile(m_fileName, mode)) {
         m_fileName.clear();
     }

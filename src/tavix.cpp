@@ -68,6 +68,7 @@ tavix::tavix(QWidget* parent) : QMainWindow(parent), m_appPath(toXString(QDir::c
     initToolBar();
     showSplashMessage("正在初始化主界面initBaseTools()......");
     initBaseTools();
+    showSplashMessage("正在初始化主界面initScriptTools()......");
     showSplashMessage("正在加载数据表loadTable()......");
     replacePrintFunctions();
     m_keyWordHint = std::make_unique<KeyWordHint>();

@@ -117,8 +117,8 @@ protected:
 
 private:
     void buildForm();
-    bool saveTo(XTablePage& page, QString path);
-    bool mayOverwrite(const XTablePage& page, const QString& path) const;
+    bool saveTo(XTablePage& page, const QString& named);
+    bool mayOverwrite(const XTablePage& page, const QString& path, bool isNamed);
 
     void replacePrintFunctions();
     void printWelcome();

@@ -74,13 +74,13 @@ SaveAnswer askSaveChanges(QWidget* parent, const QString& pageName)
     }
 }
 
-bool askOverwrite(QWidget* parent, const QString& path)
+bool askOverwrite(QWidget* parent, const QString& reason, const QString& path)
 {
     if (userPrompts().overwrite)
         return userPrompts().overwrite(path);
     QMessageBox box(parent);
     box.setTextFormat(Qt::PlainText);
-    box.setText("文件在打开之后已被其它程序修改");
+    box.setText(reason);
     box.setInformativeText(path + "\n是否覆盖？");
     box.setStandardButtons(QMessageBox::Save | QMessageBox::Cancel);
     box.setDefaultButton(QMessageBox::Cancel);
@@ -207,16 +207,27 @@ bool tavix::savePageAs(int tab)
     return !path.isEmpty() && saveTo(*page, path);
 }
 
-bool tavix::mayOverwrite(const XTablePage& page, const QString& path) const
+bool tavix::mayOverwrite(const XTablePage& page, const QString& path, bool isNamed)
 {
-    return path != page.fileName() || !page.isChangedOnDisk() ||
-           askOverwrite(const_cast<tavix*>(this), path);
+    for (const auto& other : m_pages) {
+        if (other.get() != &page && !other->fileName().isEmpty() &&
+            QFileInfo(other->fileName()) == QFileInfo(path)) {
+            printError(("\n文件已在另一页打开：" + path).toHtmlEscaped());
+            return false;
+        }
+    }
+    if (path == page.fileName())
+        return !page.isChangedOnDisk() ||
+               askOverwrite(this, "文件在打开之后已被其它程序修改", path);
+    // The dialog has asked about the name that was given in it, but not about another one.
+    return isNamed || !QFileInfo::exists(path) || askOverwrite(this, "文件已经存在", path);
 }
 
-bool tavix::saveTo(XTablePage& page, QString path)
+bool tavix::saveTo(XTablePage& page, const QString& named)
 {
-    path = QFileInfo(withDocumentExtension(path)).absoluteFilePath();
-    if (!mayOverwrite(page, path) || !page.saveFile(path))
+    const QString path = QFileInfo(withDocumentExtension(named)).absoluteFilePath();
+    const bool isNamed = path == QFileInfo(named).absoluteFilePath();
+    if (!mayOverwrite(page, path, isNamed) || !page.saveFile(path))
         return false;
     const int tab = m_tabWidget->indexOf(page.tab());
     page.setFileName(path);

@@ -168,9 +168,14 @@ xstd::XString keepCopy(const xstd::XString& path)
     const File old(::open(path.c_str(), O_RDONLY | O_CLOEXEC));
     if (old.handle() < 0)
         failWithErrno("can't read ", path);
-    writeAll(copy, readAll(old, 0, path), name);
-    if (::fsync(copy.handle()) != 0)
-        failWithErrno("can't write ", name);
+    try {
+        writeAll(copy, readAll(old, 0, path), name);
+        if (::fsync(copy.handle()) != 0)
+            failWithErrno("can't write ", name);
+    } catch (...) {
+        ::unlink(name.c_str());
+        throw;
+    }
     return name;
 }
 

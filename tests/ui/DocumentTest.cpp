@@ -156,6 +156,26 @@ TEST_F(Document, ChangedByAnotherProgramIsAskedAbout)
     EXPECT_EQ(asked, 2);
 }
 
+TEST_F(Document, IsNotWrittenOverAnotherWithoutAQuestion)
+{
+    put(path("notes.tavix"), "of somebody else");
+    int asked = 0;
+    userPrompts().overwrite = [&](const QString& file) {
+        EXPECT_EQ(file, path("notes.tavix"));
+        ++asked;
+        return false;
+    };
+    answerSave(path("notes.txt")); // the dialog has asked about this name, which is no document's
+    EXPECT_FALSE(window->savePage(0));
+    EXPECT_EQ(asked, 1);
+    EXPECT_EQ(bytes(path("notes.tavix")), "of somebody else");
+    answerSave(path("one.tavix"));
+    ASSERT_TRUE(window->savePage(0));
+    window->newPage(1);
+    EXPECT_FALSE(window->savePage(1)); // it is open in the first page
+    EXPECT_TRUE(messages().endsWith("文件已在另一页打开：" + path("one.tavix")));
+}
+
 TEST_F(Document, ClosingAsksAboutChanges)
 {
     struct Case {

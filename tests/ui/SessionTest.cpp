@@ -134,6 +134,7 @@ TEST_F(Session, AMissingFileInTheCacheLeavesAnEmptyModifiedPage)
     openWindow();
     EXPECT_TRUE(page().isModified());
     EXPECT_EQ(shown(0, 0), "");
+    EXPECT_EQ(page().fileName(), ""); // a document of its name must not be overwritten
     EXPECT_TRUE(messages().contains("文件打开失败："));
 }
 
