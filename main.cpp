@@ -10,6 +10,7 @@
 #include <QIcon>
 #include <QPixmap>
 #include <QSplashScreen>
+#include <QTabWidget>
 #include <QTextCodec>
 
 #include <csignal>
@@ -20,6 +21,18 @@ namespace {
 void enterProgramFolder()
 {
     QDir::setCurrent(toQString(xstd::XPlatform::programDir()));
+}
+
+/// The documents that the command line names, for a caller in this folder. The application has
+/// taken its own arguments out.
+QStringList namedDocuments(const QDir& folder)
+{
+    QStringList paths;
+    for (const QString& argument : QCoreApplication::arguments().mid(1)) {
+        if (!argument.startsWith('-'))
+            paths.append(folder.absoluteFilePath(argument));
+    }
+    return paths;
 }
 
 void showSplash()
@@ -41,6 +54,7 @@ void endSplash(QWidget* window)
 
 int main(int argc, char** argv)
 {
+    const QDir callersFolder = QDir::current();
     enterProgramFolder();
     std::signal(SIGXFSZ, SIG_IGN); // a file that may not grow fails as a full disk does
     QApplication::setAttribute(Qt::AA_EnableHighDpiScaling);
@@ -59,6 +73,8 @@ int main(int argc, char** argv)
     showSplashMessage("正在显示主窗口......");
     window.show();
     endSplash(&window);
+    for (const QString& path : namedDocuments(callersFolder))
+        window.openDocument(path, window.tabWidget()->count());
     // The splash waits until the window stands, and handles events meanwhile: a window that was
     // closed by then has quit a loop that did not run yet.
     return window.isVisible() ? runEventLoop(application) : 0;

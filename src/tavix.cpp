@@ -88,6 +88,7 @@ void tavix::buildForm()
 {
     setObjectName("tavixClass");
     setWindowTitle("tavix");
+    setAcceptDrops(true);
     setFont(QFont("微软雅黑 Light"));
     resize(1200, 760);
     auto* central = new QWidget(this);

@@ -6,12 +6,15 @@
 #include "cell/XCellScript.h"
 #include "qtText.h"
 
+#include <QDropEvent>
 #include <QFileDialog>
 #include <QFileInfo>
 #include <QKeyEvent>
 #include <QMessageBox>
+#include <QMimeData>
 #include <QTabBar>
 #include <QTabWidget>
+#include <QUrl>
 
 #include <algorithm>
 
@@ -85,6 +88,16 @@ bool askOverwrite(QWidget* parent, const QString& reason, const QString& path)
     box.setStandardButtons(QMessageBox::Save | QMessageBox::Cancel);
     box.setDefaultButton(QMessageBox::Cancel);
     return box.exec() == QMessageBox::Save;
+}
+
+QStringList documentsIn(const QMimeData* data)
+{
+    QStringList paths;
+    for (const QUrl& url : data->urls()) {
+        if (url.isLocalFile() && extensionOf(url.toLocalFile()).toLower() == ".tavix")
+            paths.append(url.toLocalFile());
+    }
+    return paths;
 }
 
 } // namespace
@@ -287,6 +300,19 @@ void tavix::keyPressEvent(QKeyEvent* event)
         newPage(currentTabIndex() + 1);
     else
         QMainWindow::keyPressEvent(event);
+}
+
+void tavix::dragEnterEvent(QDragEnterEvent* event)
+{
+    if (!documentsIn(event->mimeData()).isEmpty())
+        event->acceptProposedAction();
+}
+
+void tavix::dropEvent(QDropEvent* event)
+{
+    for (const QString& path : documentsIn(event->mimeData()))
+        openDocument(path, currentTabIndex() + 1);
+    event->acceptProposedAction();
 }
 
 int tavix::currentTabIndex() const

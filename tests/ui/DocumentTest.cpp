@@ -1,6 +1,8 @@
 #include "WindowFixture.h"
 
+#include <QDropEvent>
 #include <QHeaderView>
+#include <QMimeData>
 #include <QTabBar>
 
 #include <csignal>
@@ -174,6 +176,21 @@ TEST_F(Document, IsNotWrittenOverAnotherWithoutAQuestion)
     window->newPage(1);
     EXPECT_FALSE(window->savePage(1)); // it is open in the first page
     EXPECT_TRUE(messages().endsWith("文件已在另一页打开：" + path("one.tavix")));
+}
+
+TEST_F(Document, IsOpenedByADropOnTheWindow)
+{
+    enter(0, 0, "6*7");
+    ASSERT_TRUE(page().saveFile(path("dropped.tavix")));
+    QMimeData data;
+    data.setUrls({QUrl::fromLocalFile(path("dropped.tavix")), QUrl("http://x.org/a.tavix"),
+                  QUrl::fromLocalFile(path("a.txt"))});
+    QDragEnterEvent enterEvent(QPoint(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &enterEvent);
+    QDropEvent drop(QPointF(5, 5), Qt::CopyAction, &data, Qt::LeftButton, Qt::NoModifier);
+    QApplication::sendEvent(window.get(), &drop);
+    ASSERT_EQ(window->tabWidget()->count(), 2);
+    EXPECT_EQ(shown(0, 0), "42");
 }
 
 TEST_F(Document, ClosingAsksAboutChanges)
