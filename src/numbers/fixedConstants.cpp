@@ -1,7 +1,7 @@
 #include "numbers/fixedConstants.h"
 
 #include "common/XStop.h"
-#include "numbers/limbsProduct.h"
+#include "numbers/limbVectors.h"
 #include "numbers/limbsQuotient.h"
 
 #include <algorithm>
@@ -15,28 +15,12 @@ namespace huge {
 
 namespace {
 
-/// A natural number without zero limbs at its top.
-using Limbs = std::vector<Limb>;
-
 /// One summand of a formula of Machin's kind: factor times the inverse tangent of 1 / divisor, or
 /// times its hyperbolic sister.
 struct Summand {
     int factor;
     Limb divisor;
 };
-
-Limbs& trim(Limbs& a)
-{
-    a.resize(limbsEffective(a.data(), a.size()));
-    return a;
-}
-
-Limbs product(const Limbs& a, const Limbs& b)
-{
-    Limbs r(a.size() + b.size());
-    limbsProduct(a.data(), a.size(), b.data(), b.size(), r.data());
-    return std::move(trim(r));
-}
 
 /// a + b, or a - b where b is less.
 Limbs combined(Limbs a, const Limbs& b, bool subtract)
@@ -85,7 +69,8 @@ Limbs fractionOf(Limbs numerator, Limbs denominator, size_t w)
     Limbs dividend(w + used);
     limbsCopy(dividend.data() + w, numerator.data() + cut, used);
     Limbs fraction(w);
-    limbsQuotient(dividend.data(), dividend.size(), denominator.data() + cut, used, fraction.data());
+    limbsQuotient(dividend.data(), dividend.size(), denominator.data() + cut, used,
+                  fraction.data());
     return fraction;
 }
 

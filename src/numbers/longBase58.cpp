@@ -2,7 +2,7 @@
 
 #include "common/XStop.h"
 #include "hash/XBase58.h"
-#include "numbers/limbsProduct.h"
+#include "numbers/limbVectors.h"
 #include "numbers/limbsQuotient.h"
 
 #include <algorithm>
@@ -13,27 +13,11 @@ namespace huge {
 
 namespace {
 
-/// A natural number without zero limbs at its top; it may be longer than any number of a cell.
-using Limbs = std::vector<Limb>;
-
 /// Digits of a piece for the plain encoder, and its bytes at most. Measured.
 constexpr size_t pieceDigits = 640;
 constexpr size_t pieceBytes = 470;
 
 constexpr char zeroDigit = '1';
-
-Limbs& trim(Limbs& a)
-{
-    a.resize(limbsEffective(a.data(), a.size()));
-    return a;
-}
-
-Limbs product(const Limbs& a, const Limbs& b)
-{
-    Limbs r(a.size() + b.size());
-    limbsProduct(a.data(), a.size(), b.data(), b.size(), r.data());
-    return std::move(trim(r));
-}
 
 /// A number from its bytes, the most significant first.
 Limbs fromBytes(const uint8_t* first, const uint8_t* last)
