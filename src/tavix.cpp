@@ -15,6 +15,7 @@
 #include <QCloseEvent>
 #include <QDir>
 #include <QFile>
+#include <QFileInfo>
 #include <QSettings>
 #include <QSplashScreen>
 #include <QSplitter>
@@ -182,7 +183,12 @@ void tavix::loadKeyWords()
 
 QString tavix::filePath(const QString& fileName) const
 {
-    return toQString(m_appPath) + "/" + fileName;
+    // A program that was installed for all users keeps a layout for each.
+    const QString programFolder = toQString(m_appPath);
+    const QString folder = QFileInfo(programFolder).isWritable()
+                               ? programFolder
+                               : toQString(xstd::XPlatform::userDataDir()) + "/tavix";
+    return folder + "/" + fileName;
 }
 
 bool tavix::saveLayout(const QString& fileName)
