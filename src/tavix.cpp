@@ -77,6 +77,7 @@ tavix::tavix(QWidget* parent) : QMainWindow(parent), m_appPath(toXString(QDir::c
     startSession();
     showSplashMessage("正在初始化主界面布局restLayout(\"layout/tavix.ini\")......");
     printWelcome();
+    printRecovery(); // last, where it is seen
     restLayout(layoutFile);
 }
 

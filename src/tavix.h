@@ -155,9 +155,11 @@ private:
     void startSession();
     bool keepPagesAtExit();
     void saveSometimes();
+    void printRecovery();
     void keepDamagedList(const QString& reason);
 
     std::unique_ptr<XSessionLock> m_sessionLock; // null where another program has the session
+    bool m_isRecovering = false; // the last start did not get through its pages
     std::map<const XTablePage*, uint64_t> m_keptChanges; // what the cache has of each page
     // End of session
 

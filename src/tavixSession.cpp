@@ -181,15 +181,11 @@ bool tavix::loadSession()
         return false;
     }
     QFile mark(cacheDir(false) + startMark);
-    const bool isRecovering = mark.exists();
-    if (isRecovering)
-        printError(
-            QString("\n上次启动没有完成，页面按保存的数值显示，没有重新计算。按 Ctrl+R 计算。")
-                .toHtmlEscaped());
+    m_isRecovering = mark.exists();
     if (mark.open(QIODevice::WriteOnly))
         mark.close();
     const huge::XCellImageMode mode =
-        isRecovering ? huge::XCellImageMode::Stored : huge::XCellImageMode::Everything;
+        m_isRecovering ? huge::XCellImageMode::Stored : huge::XCellImageMode::Everything;
     int index = 0;
     for (xstd::XKVNode entry : list["pages"].elements()) {
         forgetLostCache(entry);
@@ -204,6 +200,14 @@ bool tavix::loadSession()
     const xstd::XKVNode* active = list.at(xstd::XString("activeIndex"));
     m_tabWidget->setCurrentIndex(active ? static_cast<int>(active->asInt64()) : 0);
     return index > 0;
+}
+
+void tavix::printRecovery()
+{
+    if (m_isRecovering)
+        printError(
+            QString("\n上次启动没有完成，页面按保存的数值显示，没有重新计算。按 Ctrl+R 计算。")
+                .toHtmlEscaped());
 }
 
 void tavix::keepDamagedList(const QString& reason)
