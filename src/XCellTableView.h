@@ -158,6 +158,7 @@ private slots:
 
 private:
     void initHeaders();
+    void copySectionSize(Qt::Orientation orientation, int section, int size);
     xstd::XPoint cellUnder(const QPoint& pos) const;
     xstd::XRect gridRect() const;
     QRect pixelsOf(const xstd::XRect& rect) const;
@@ -202,6 +203,8 @@ private slots:
 
 private:
     using ActionMaker = std::function<std::unique_ptr<huge::XCellAction>()>;
+    using RectActionMaker = std::unique_ptr<huge::XCellAction> (*)(huge::XCellTable* table,
+                                                                   const xstd::XRect& rect);
 
     void initMenu();
     void initStructureMenus();
@@ -211,9 +214,7 @@ private:
     void startTool();
     void runAction(const ActionMaker& makeAction);
     void runCommand(const ActionMaker& makeAction);
-    void runOnRect(const char* refusal,
-                   const std::function<std::unique_ptr<huge::XCellAction>(const xstd::XRect& rect)>&
-                       makeAction);
+    void runOnRect(const char* refusal, RectActionMaker makeAction);
     void pasteFromClipboard(huge::XCellImageMode mode);
     bool pasteImage(const xstd::XMergedRects& target, const QByteArray& image,
                     huge::XCellImageMode mode);

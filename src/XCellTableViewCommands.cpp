@@ -22,6 +22,26 @@ const char* const oneRectText = "Please select one rect";
 const char* const insertRectText = "You cannot insert multiple Rect at the same time";
 const char* const removeRectText = "You cannot remove multiple Rect at the same time";
 
+// The action on the rows, the columns or the cells of a rectangle.
+
+template <class Action>
+std::unique_ptr<huge::XCellAction> onRows(huge::XCellTable* table, const XRect& rect)
+{
+    return std::make_unique<Action>(table, rect.top, rect.height());
+}
+
+template <class Action>
+std::unique_ptr<huge::XCellAction> onCols(huge::XCellTable* table, const XRect& rect)
+{
+    return std::make_unique<Action>(table, rect.left, rect.width());
+}
+
+template <class Action>
+std::unique_ptr<huge::XCellAction> onRect(huge::XCellTable* table, const XRect& rect)
+{
+    return std::make_unique<Action>(table, rect);
+}
+
 } // namespace
 
 void XCellTableView::runAction(const ActionMaker& makeAction)
@@ -47,83 +67,59 @@ void XCellTableView::runCommand(const ActionMaker& makeAction)
     }
 }
 
-void XCellTableView::runOnRect(
-    const char* refusal,
-    const std::function<std::unique_ptr<huge::XCellAction>(const XRect& rect)>& makeAction)
+void XCellTableView::runOnRect(const char* refusal, RectActionMaker makeAction)
 {
     const xstd::XMergedRects selected = selectedRects();
     if (selected.size() != 1) {
         showError(QString(refusal).toHtmlEscaped());
         return;
     }
-    runCommand([&] { return makeAction(selected[0]); });
+    runCommand([&] { return makeAction(m_model->table(), selected[0]); });
 }
 
 void XCellTableView::insertRow()
 {
-    runOnRect(oneRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionInsertRow>(m_model->table(), rect.top,
-                                                            rect.height());
-    });
+    runOnRect(oneRectText, onRows<huge::XCellActionInsertRow>);
 }
 
 void XCellTableView::insertCol()
 {
-    runOnRect(oneRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionInsertCol>(m_model->table(), rect.left,
-                                                            rect.width());
-    });
+    runOnRect(oneRectText, onCols<huge::XCellActionInsertCol>);
 }
 
 void XCellTableView::insertRowRect()
 {
-    runOnRect(insertRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionInsertRowRect>(m_model->table(), rect);
-    });
+    runOnRect(insertRectText, onRect<huge::XCellActionInsertRowRect>);
 }
 
 void XCellTableView::insertColRect()
 {
-    runOnRect(insertRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionInsertColRect>(m_model->table(), rect);
-    });
+    runOnRect(insertRectText, onRect<huge::XCellActionInsertColRect>);
 }
 
 void XCellTableView::removeRow()
 {
-    runOnRect(oneRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionRemoveRow>(m_model->table(), rect.top,
-                                                            rect.height());
-    });
+    runOnRect(oneRectText, onRows<huge::XCellActionRemoveRow>);
 }
 
 void XCellTableView::removeCol()
 {
-    runOnRect(oneRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionRemoveCol>(m_model->table(), rect.left,
-                                                            rect.width());
-    });
+    runOnRect(oneRectText, onCols<huge::XCellActionRemoveCol>);
 }
 
 void XCellTableView::removeRowRect()
 {
-    runOnRect(removeRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionRemoveRowRect>(m_model->table(), rect);
-    });
+    runOnRect(removeRectText, onRect<huge::XCellActionRemoveRowRect>);
 }
 
 void XCellTableView::removeColRect()
 {
-    runOnRect(removeRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionRemoveColRect>(m_model->table(), rect);
-    });
+    runOnRect(removeRectText, onRect<huge::XCellActionRemoveColRect>);
 }
 
 void XCellTableView::transposeRect()
 {
-    runOnRect(removeRectText, [this](const XRect& rect) {
-        return std::make_unique<huge::XCellActionTranspose>(m_model->table(), rect);
-    });
+    runOnRect(removeRectText, onRect<huge::XCellActionTranspose>);
 }
 
 void XCellTableView::delSelectData()

@@ -186,8 +186,8 @@ QSize XCellTableViewItemDelegate::sizeHint(const QStyleOptionViewItem&,
                                            const QModelIndex& index) const
 {
     constexpr int longestColumn = 1000; // pixels; a result of any length stays a column
-    const TextStyle style = styleOf(
-        recordOrPrototype(m_view->tableModel()->cellExtend(index.row(), index.column())));
+    const TextStyle style =
+        styleOf(recordOrPrototype(m_view->tableModel()->cellExtend(index.row(), index.column())));
     const QFontMetrics metrics(style.font);
     const huge::XCell* cell = m_view->tableModel()->table()->cellAt(index.row(), index.column());
     const QString text =

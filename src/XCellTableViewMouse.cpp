@@ -17,6 +17,8 @@
 #include <QTimerEvent>
 
 #include <algorithm>
+#include <utility>
+#include <vector>
 
 using xstd::XPoint;
 using xstd::XRect;
@@ -41,43 +43,40 @@ void XCellTableView::initHeaders()
 
 void XCellTableView::hsectionResized(int logicalIndex, int, int newSize)
 {
-    if (!m_syncResize || !selectionModel())
-        return;
-    const QScopedValueRollback<bool> guard(m_syncResize, false);
-    const int lastRow = m_model->rowCount() - 1;
-    const QItemSelection selection = selectionModel()->selection();
-    const auto isWhole = [&](const QItemSelectionRange& range) {
-        return range.top() == 0 && range.bottom() == lastRow;
-    };
-    const auto holdsSection = [&](const QItemSelectionRange& range) {
-        return isWhole(range) && logicalIndex >= range.left() && logicalIndex <= range.right();
-    };
-    if (std::none_of(selection.begin(), selection.end(), holdsSection))
-        return;
-    for (const QItemSelectionRange& range : selection) {
-        for (int col = range.left(); isWhole(range) && col <= range.right(); ++col)
-            horizontalHeader()->resizeSection(col, newSize);
-    }
+    copySectionSize(Qt::Horizontal, logicalIndex, newSize);
 }
 
 void XCellTableView::vsectionResized(int logicalIndex, int, int newSize)
 {
+    copySectionSize(Qt::Vertical, logicalIndex, newSize);
+}
+
+/// Where a wholly selected section gets a size, all wholly selected ones get it.
+void XCellTableView::copySectionSize(Qt::Orientation orientation, int section, int size)
+{
     if (!m_syncResize || !selectionModel())
         return;
     const QScopedValueRollback<bool> guard(m_syncResize, false);
-    const int lastCol = m_model->columnCount() - 1;
-    const QItemSelection selection = selectionModel()->selection();
-    const auto isWhole = [&](const QItemSelectionRange& range) {
-        return range.left() == 0 && range.right() == lastCol;
-    };
-    const auto holdsSection = [&](const QItemSelectionRange& range) {
-        return isWhole(range) && logicalIndex >= range.top() && logicalIndex <= range.bottom();
-    };
-    if (std::none_of(selection.begin(), selection.end(), holdsSection))
+    const bool isColumn = orientation == Qt::Horizontal;
+    const int last = (isColumn ? m_model->rowCount() : m_model->columnCount()) - 1;
+    std::vector<std::pair<int, int>> sections; // first and last of each range
+    bool isSelected = false;
+    for (const QItemSelectionRange& range : selectionModel()->selection()) {
+        const bool isWhole = isColumn ? range.top() == 0 && range.bottom() == last
+                                      : range.left() == 0 && range.right() == last;
+        if (!isWhole)
+            continue;
+        const auto [from, to] = isColumn ? std::pair(range.left(), range.right())
+                                         : std::pair(range.top(), range.bottom());
+        sections.emplace_back(from, to);
+        isSelected = isSelected || (section >= from && section <= to);
+    }
+    if (!isSelected)
         return;
-    for (const QItemSelectionRange& range : selection) {
-        for (int row = range.top(); isWhole(range) && row <= range.bottom(); ++row)
-            verticalHeader()->resizeSection(row, newSize);
+    QHeaderView* header = isColumn ? horizontalHeader() : verticalHeader();
+    for (const auto& [from, to] : sections) {
+        for (int i = from; i <= to; ++i)
+            header->resizeSection(i, size);
     }
 }
 
