@@ -45,7 +45,7 @@ uint64_t keyWordScore(const QString& text, const QString& word)
         uint64_t total = 0;
         uint64_t run = 0;
         for (int i = 0; i < pattern.size(); ++i) {
-            if (longer[offset + i] == pattern[i]) {
+            if (longer.at(offset + i) == pattern.at(i)) {
                 run = run == 0 ? 1 : 2 * run;
             } else {
                 total += run;
