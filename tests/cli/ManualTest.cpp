@@ -27,11 +27,12 @@ TEST_F(Tool, CalculatesWhatTheManualSays)
         if (at == std::string::npos)
             continue;
         const std::string script = plain(line.substr(0, at));
-        EXPECT_EQ(run({"eval", "-"}, script).out, plain(line.substr(at + arrow.size())) + "\n")
+        EXPECT_EQ(run({"eval", "--limit", "2", "-"}, script).out,
+                  plain(line.substr(at + arrow.size())) + "\n")
             << script;
         ++examples;
     }
-    EXPECT_GE(examples, 20);
+    EXPECT_GE(examples, 90);
 }
 
 } // namespace
