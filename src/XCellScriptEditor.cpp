@@ -159,7 +159,9 @@ void XCellScriptEditor::showHints()
     if (!m_editor || !m_editor->hint() || m_editor->hint()->model().rowCount() == 0)
         return;
     const Word word = cursorWord();
-    if (!isScriptIdentifier(word.text) || readScriptReference(word.text)) {
+    constexpr int longestWord = 64; // no keyword is near it, and scoring would take its time
+    if (word.text.size() > longestWord || !isScriptIdentifier(word.text) ||
+        readScriptReference(word.text)) {
         hideHints();
         return;
     }

@@ -148,7 +148,8 @@ XScriptScan::XScriptScan(const QString& text) : m_text(text), m_bytes(text.toUtf
         addSpan(failed, XScriptStyle::Comment);
         addSpan(m_text.size(), XScriptStyle::Error);
     }
-    m_brackets.insert(m_brackets.end(), open.begin(), open.end());
+    // Inner ones first here too: the first pair around the cursor is the innermost.
+    m_brackets.insert(m_brackets.end(), open.rbegin(), open.rend());
 }
 
 void XScriptScan::addBracket(std::vector<XBracketPair>& open, char bracket, int place,

@@ -39,6 +39,7 @@ TEST(ScriptScan, PairsBrackets)
     const auto brackets = [](const char* text) { return XScriptScan(text).brackets(); };
     using Pairs = std::vector<XBracketPair>;
     EXPECT_EQ(brackets("sum(A1:B2"), (Pairs{{3, -1, '(', false, "sum"}}));
+    EXPECT_EQ(brackets("sum(max("), (Pairs{{7, -1, '(', false, "max"}, {3, -1, '(', false, "sum"}}));
     EXPECT_EQ(brackets(")"), (Pairs{{-1, 0, '(', false, ""}}));
     EXPECT_EQ(brackets("(]"), (Pairs{{0, 1, '[', false, ""}, {0, -1, '(', false, ""}}));
     EXPECT_EQ(brackets("a.f(x[1])"), (Pairs{{5, 7, '[', true, "x"}, {3, 8, '(', true, ".f"}}));
