@@ -68,6 +68,8 @@ private:
 
     void sieveLeading();
     void chooseLeading();
+    std::vector<size_t> drawPrimes(size_t first, size_t last, size_t count);
+    void addFittingPrime(std::vector<size_t>& chosen, double target) const;
     void prepareRoots();
     void nextRoot(size_t index);
     void placeFirst();
@@ -118,33 +120,50 @@ void QuadraticSieve::chooseLeading()
     const size_t last = std::min(primes.size(), center + reach);
     const size_t first = std::max<size_t>(3, last > 2 * reach ? last - 2 * reach : 3);
 
-    for (;;) {
+    // A short base may run out of products near the target; then any other has to do.
+    constexpr int fewTries = 100;
+    for (int tries = 0;; ++tries) {
         xstd::XStop::poll();
-        std::vector<size_t> chosen;
-        double log = 0;
-        while (chosen.size() + 1 < count) {
-            const size_t i = first + m_source() % (last - first);
-            if (primes[i].root == 0 || std::find(chosen.begin(), chosen.end(), i) != chosen.end())
-                continue;
-            chosen.push_back(i);
-            log += std::log2(double(primes[i].p));
-        }
-        // The last one brings the product near the target.
-        const double rest = std::exp2(target - log);
-        size_t best = 0;
-        for (size_t i = 3; i < primes.size(); ++i) {
-            if (primes[i].root == 0 || std::find(chosen.begin(), chosen.end(), i) != chosen.end())
-                continue;
-            if (best == 0 || std::abs(primes[i].p - rest) < std::abs(primes[best].p - rest))
-                best = i;
-        }
-        chosen.push_back(best);
+        std::vector<size_t> chosen = tries < fewTries ? drawPrimes(first, last, count - 1)
+                                                      : drawPrimes(3, primes.size(), count);
+        if (chosen.size() < count)
+            addFittingPrime(chosen, target);
         std::sort(chosen.begin(), chosen.end());
         if (m_used.insert(chosen).second) {
             m_chosen = std::move(chosen);
             return;
         }
     }
+}
+
+/// Different primes from these places of the base, none of which divides the multiple.
+std::vector<size_t> QuadraticSieve::drawPrimes(size_t first, size_t last, size_t count)
+{
+    std::vector<size_t> chosen;
+    while (chosen.size() < count) {
+        const size_t i = first + m_source() % (last - first);
+        if (m_base.primes()[i].root != 0 &&
+            std::find(chosen.begin(), chosen.end(), i) == chosen.end())
+            chosen.push_back(i);
+    }
+    return chosen;
+}
+
+/// One prime more, which brings the product nearest to 2^target.
+void QuadraticSieve::addFittingPrime(std::vector<size_t>& chosen, double target) const
+{
+    const auto& primes = m_base.primes();
+    for (const size_t i : chosen)
+        target -= std::log2(double(primes[i].p));
+    const double rest = std::exp2(target);
+    size_t best = 0;
+    for (size_t i = 3; i < primes.size(); ++i) {
+        if (primes[i].root == 0 || std::find(chosen.begin(), chosen.end(), i) != chosen.end())
+            continue;
+        if (best == 0 || std::abs(primes[i].p - rest) < std::abs(primes[best].p - rest))
+            best = i;
+    }
+    chosen.push_back(best);
 }
 
 /// b modulo each prime of a is a root of m: the parts that add up to it, and the first sum.
