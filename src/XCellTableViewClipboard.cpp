@@ -3,6 +3,7 @@
 #include "cell/XCellActionSetDatas.h"
 #include "cell/XCellActionSetTexts.h"
 #include "cell/XCellTable.h"
+#include "common/XStop.h"
 #include "common/XTextForms.h"
 #include "errorHtml.h"
 #include "qtText.h"
@@ -82,6 +83,7 @@ void XCellTableView::copyToClipboard()
     const xstd::XMergedRects selected = selectedRects();
     if (selected.isEmpty())
         return;
+    const xstd::XStopScope scope; // long numbers take long to write as text
     const huge::XCellTable& table = *m_model->table();
     auto data = std::make_unique<QMimeData>();
     const std::vector<uint8_t> image = table.saveRectsToVector(selected);

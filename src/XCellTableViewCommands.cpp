@@ -140,7 +140,7 @@ void XCellTableView::recalcSelection()
 {
     xstd::XMergedRects changed;
     try {
-        xstd::XStop::clear();
+        const xstd::XStopScope scope;
         // Where nothing was calculated yet, no cell may read another's stored text.
         const bool all = std::exchange(m_uncalculated, false);
         huge::XCellTable& table = *m_model->table();
@@ -148,7 +148,6 @@ void XCellTableView::recalcSelection()
     } catch (const xstd::XExceptionItems& failure) { // a stop: what ran is complete
         theMainWindow->printError(errorHtml(failure));
     }
-    xstd::XStop::clear();
     m_model->update(changed);
 }
 

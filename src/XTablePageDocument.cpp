@@ -151,6 +151,7 @@ huge::XDocumentFile XTablePage::document()
 
 bool XTablePage::saveFile(const QString& path)
 {
+    const xstd::XStopScope scope; // long numbers take long to write as text
     try {
         document().save(toXString(path));
     } catch (const std::exception& failure) {
@@ -173,6 +174,7 @@ void XTablePage::empty()
 
 bool XTablePage::loadFile(const QString& path, XCellImageMode mode)
 {
+    const xstd::XStopScope scope;
     // All of the file is read and its form checked before the page loses anything.
     try {
         const huge::XDocumentFile file = huge::XDocumentFile::load(toXString(path));
@@ -180,7 +182,7 @@ bool XTablePage::loadFile(const QString& path, XCellImageMode mode)
         try {
             printNotes(m_table.fromVector(file.table, mode));
         } catch (const xstd::XExceptionItems& stop) { // the cells are there, not all calculated
-            xstd::XStop::clear();
+            xstd::XStop::clear();                     // what follows is not to be stopped
             m_owner->printError(errorHtml(stop));
         }
         m_model->reset();
@@ -218,6 +220,7 @@ xstd::XJson XTablePage::toJson(bool withCache) const
 
 xstd::XJson XTablePage::toCacheJson()
 {
+    const xstd::XStopScope scope;
     const bool isNew = m_cacheFileName.isEmpty();
     const QString path = isNew ? allocCacheFile() : m_cacheFileName;
     try {

@@ -45,16 +45,6 @@ public:
     virtual void recalcFor(xstd::XUndoableActionType type, xstd::XMergedRects& changed);
 
 protected:
-    /// Lowers the stop flag when an action begins and when it ends: a stop that came too
-    /// late for the action before must not end this one, and painting after a stopped action must
-    /// not stop as well.
-    struct StopScope {
-        StopScope() { xstd::XStop::clear(); }
-        ~StopScope() { xstd::XStop::clear(); }
-        StopScope(const StopScope&) = delete;
-        StopScope& operator=(const StopScope&) = delete;
-    };
-
     /// The end of do_: holds out what closes a ring of references, recalculates from
     /// calcRects(Do) into `changed`, and raises `failure`, or, if that is empty, the first ring.
     void finish(xstd::XMergedRects& changed, xstd::XExceptionItems failure = {});

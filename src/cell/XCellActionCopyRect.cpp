@@ -21,7 +21,7 @@ XCellActionCopyRect::XCellActionCopyRect(XCellTable* table, xstd::XMergedRects s
 
 xstd::XUndoableAction* XCellActionCopyRect::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     saveDest();
     m_table->copyRects(m_destRects, m_srcRects, m_options);
     finish(m_changed);

@@ -4,7 +4,7 @@ namespace huge {
 
 xstd::XUndoableAction* XCellActionDelValues::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     saveDest();
     for (XCell* cell : m_table->collectCells(m_destRects, {optAll})) {
         m_table->unlinkCell(cell); // first: a reference is found only where it was filed

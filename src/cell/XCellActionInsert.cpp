@@ -28,7 +28,7 @@ XCellActionInsert::XCellActionInsert(XCellTable* table, XCellAxis axis, const xs
 
 xstd::XUndoableAction* XCellActionInsert::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     m_savedRanges.clear();
     shiftRanges();
     XSavedExtends formats;
@@ -43,7 +43,7 @@ xstd::XUndoableAction* XCellActionInsert::do_()
 
 xstd::XUndoableAction* XCellActionInsert::undo_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     releaseHeldOut();
     shiftCellsBack();
     m_table->swapRangesBack(m_savedRanges, {}, {optTake});

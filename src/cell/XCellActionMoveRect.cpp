@@ -21,7 +21,7 @@ XCellActionMoveRect::XCellActionMoveRect(XCellTable* table, xstd::XMergedRects s
 
 xstd::XUndoableAction* XCellActionMoveRect::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     m_savedCells.clear();
     m_savedRanges.clear();
     m_table->snapshot(m_savedCells, m_savedRects, {optCopy});
@@ -35,7 +35,7 @@ xstd::XUndoableAction* XCellActionMoveRect::do_()
 
 xstd::XUndoableAction* XCellActionMoveRect::undo_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     releaseHeldOut();
     if (movesWhole())
         m_table->moveRects(m_destRects, -m_dRow, -m_dCol, m_options);

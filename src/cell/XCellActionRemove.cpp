@@ -12,7 +12,7 @@ XCellActionRemove::XCellActionRemove(XCellTable* table, XCellAxis axis, const xs
 
 xstd::XUndoableAction* XCellActionRemove::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     m_savedCells.clear();
     m_savedRanges.clear();
     m_table->snapshot(m_savedCells, m_band, {optTake}); // the dead need no rewriting
@@ -29,7 +29,7 @@ xstd::XUndoableAction* XCellActionRemove::do_()
 
 xstd::XUndoableAction* XCellActionRemove::undo_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     releaseHeldOut();
     shiftCellsBack();
     m_table->restore(m_savedCells, m_band, {optTake});

@@ -95,7 +95,7 @@ xstd::XExceptionItems XCellActionSetDatas::setDatas()
 
 xstd::XUndoableAction* XCellActionSetDatas::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     saveDest();
     finish(m_changed, setDatas());
     return this;

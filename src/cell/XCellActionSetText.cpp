@@ -45,7 +45,7 @@ void XCellActionSetText::refuseRing(XCell* cell)
 
 xstd::XUndoableAction* XCellActionSetText::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     m_savedCells.clear(); // a redo saves the table as it stands then
     m_displaced = XDisplacedText();
     m_table->snapshot(m_savedCells, cellRect(), {optCopy});
@@ -74,7 +74,7 @@ xstd::XUndoableAction* XCellActionSetText::rollback_()
 
 void XCellActionSetText::restoreFor(xstd::XUndoableActionType type)
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     if (m_displaced.script)
         m_displaced.script->text = m_displaced.text;
     m_displaced = XDisplacedText();

@@ -66,7 +66,7 @@ xstd::XExceptionItems XCellActionSetTexts::setRectTexts()
 
 xstd::XUndoableAction* XCellActionSetTexts::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     saveDest();
     finish(m_changed, setRectTexts());
     return this;

@@ -15,7 +15,7 @@ XCellActionTranspose::XCellActionTranspose(XCellTable* table, const xstd::XRect&
 
 xstd::XUndoableAction* XCellActionTranspose::do_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     m_savedRanges.clear();
     m_savedCells.clear();
     m_table->snapshot(m_savedCells, xstd::XMergedRects(m_rect).add_(m_transposed, true), {optCopy});
@@ -29,7 +29,7 @@ xstd::XUndoableAction* XCellActionTranspose::do_()
 
 xstd::XUndoableAction* XCellActionTranspose::undo_()
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     releaseHeldOut();
     m_table->restore(m_savedCells, xstd::XMergedRects(m_rect).add_(m_transposed, true), {optTake});
     m_table->swapRangesBack(m_savedRanges, {}, {optTake});

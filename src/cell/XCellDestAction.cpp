@@ -18,7 +18,7 @@ void XCellDestAction::saveDest()
 
 void XCellDestAction::restoreFor(xstd::XUndoableActionType type)
 {
-    const StopScope scope;
+    const xstd::XStopScope scope;
     releaseHeldOut();
     m_table->restore(m_savedCells, m_destRects, {optTake});
     recalcFor(type, m_changed);

@@ -47,4 +47,14 @@ private:
     static inline uint32_t s_count = 0;
 };
 
+/// Lowers the stop flag when a piece of work begins and when it ends, however that is: a stop that
+/// came too late for the work before must not end this one, and painting after a stopped one must
+/// not stop as well.
+struct XStopScope {
+    XStopScope() { XStop::clear(); }
+    ~XStopScope() { XStop::clear(); }
+    XStopScope(const XStopScope&) = delete;
+    XStopScope& operator=(const XStopScope&) = delete;
+};
+
 } // namespace xstd

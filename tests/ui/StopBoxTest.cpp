@@ -1,5 +1,6 @@
 #include "WindowFixture.h"
 #include "XStopBox.h"
+#include "common/XStop.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -74,6 +75,25 @@ TEST_F(StopBox, ItsButtonStopsAndTheRestOfTheTableWaits)
     EXPECT_EQ(shown(0, 1), "2");
     set(0, 2, "B1*2");
     EXPECT_EQ(shown(0, 2), "4");
+}
+
+TEST_F(StopBox, AStopThatCameTooLateSpoilsNothingThatFollows)
+{
+    set(0, 0, "3 ** 100000");
+    set(0, 1, "A1 + 1");
+    const QString path = folder() + "/late.tavix";
+    for (const auto& work : std::initializer_list<std::function<void()>>{
+             [&] { EXPECT_TRUE(page().saveFile(path)); },
+             [&] { EXPECT_TRUE(page().loadFile(path)); },
+             [&] { EXPECT_NO_THROW(page().toCacheJson()); },
+             [&] { EXPECT_NO_THROW(view()->copyToClipboard()); },
+             [&] { EXPECT_NO_THROW(view()->recalcSelection()); }}) {
+        xstd::XStop::request();
+        work();
+        EXPECT_FALSE(xstd::XStop::requested()); // or painting would stop
+        view()->select(xstd::XRect(0, 0, 0, 1), true);
+    }
+    EXPECT_TRUE(shown(0, 1).startsWith("1334971414"));
 }
 
 TEST_F(StopBox, StopsADocumentThatIsOpened)
