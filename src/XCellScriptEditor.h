@@ -98,7 +98,6 @@ private:
     XScriptScan m_scan;
     std::vector<huge::XCellRangeRef> m_references;
     XBracketPair m_activeBracket;
-    XBracketPair m_hintBracket;
     huge::XCellRangeRef m_currentMark;
     huge::XCellRangeRef m_hoverRange;
     int m_lastHoverPos = -1;

@@ -187,7 +187,6 @@ void XCellScriptEditor::showHintLine()
         return;
     const QString call = callName();
     if (!call.isEmpty()) {
-        m_hintBracket = XBracketPair();
         m_editor->showHintInfo(call);
         return;
     }
@@ -197,11 +196,9 @@ void XCellScriptEditor::showHintLine()
             pair.left >= 0 && pair.left < place && (pair.right < 0 || place <= pair.right);
         if (!isAround || pair.name.isEmpty())
             continue;
-        m_hintBracket = pair;
         m_editor->showHintInfo(pair.name);
         return;
     }
-    m_hintBracket = XBracketPair();
     m_editor->showHintInfo(QString());
 }
 

@@ -215,16 +215,27 @@ TEST_F(ViewCommands, ARecalculationRunsTheSelectionAndItsReadersAndIsNoStep)
 TEST_F(ViewCommands, AFailureIsPrintedAndChangesNothing)
 {
     enter(0, 0, "1");
+    view()->setCellText(1'048'575, 0, "2", false); // in the last row that there is
+    const QString before = messages();
+    selectRects({{0, 0, 0, 0}});
+    view()->insertRow();
+    EXPECT_TRUE(
+        messages().mid(before.size()).contains("The table ends at row 1048576 and column AVLG"));
+    EXPECT_TRUE(errors.isEmpty()); // no box
+    EXPECT_EQ(shown(0, 0), "1");
+    EXPECT_EQ(shown(1'048'575, 0), "2");
+}
+
+TEST_F(ViewCommands, ACutPastedOntoItselfIsNoStep)
+{
+    enter(0, 0, "1");
+    const size_t steps = page().undo().undoCount();
     selectRects({{0, 0, 0, 0}});
     key(Qt::Key_X);
-    view()->select(XRect(0, 0, 0, 0), false);
-    key(Qt::Key_V); // onto itself
+    key(Qt::Key_V);
     EXPECT_EQ(shown(0, 0), "1");
-    selectRects({{0, 0, 1, 1}});
-    view()->removeRow();
-    EXPECT_EQ(shown(0, 0), "");
-    key(Qt::Key_Z);
-    EXPECT_EQ(shown(0, 0), "1");
+    EXPECT_EQ(page().undo().undoCount(), steps);
+    EXPECT_TRUE(view()->paintState().cutRects.isEmpty());
 }
 
 } // namespace
