@@ -81,6 +81,7 @@ void XCellScriptEditor::rescan()
         std::rotate(m_references.begin(), current, current + 1);
     m_hoverRange = huge::XCellRangeRef();
     m_activeBracket = XBracketPair();
+    showExtraSelections(); // those of the text before would stay
     applyFormats();
 }
 

@@ -127,6 +127,15 @@ TEST_F(ScriptEditor, ShowsTheInnermostBracketsAndTheHintOfTheCall)
     EXPECT_EQ(hintLine(), "");
 }
 
+TEST_F(ScriptEditor, ForgetsBracketsThatAreGone)
+{
+    write("(1)");
+    pane()->moveCursor(QTextCursor::Left);
+    EXPECT_EQ(pane()->extraSelections().size(), 2);
+    write("12");
+    EXPECT_EQ(pane()->extraSelections().size(), 0);
+}
+
 TEST_F(ScriptEditor, OffersKeywordsWhileAWordIsWritten)
 {
     KeyWordHint& popup = window->keyWordHint();
